@@ -1,0 +1,34 @@
+// What the tables of a locale say about the classes and the case of a character.
+#pragma once
+
+#include "charmap/character.h"
+
+namespace vel {
+
+enum class letter_case : bool { upper, lower };
+
+// The value of a case index in one case, 0 when it maps to itself.
+template <letter_case to> vel_wchar case_of(const vel_locale *locale, uint16_t index) {
+    const case_pair &pair = locale->ctype.pairs[index]; // pair 0 is two zeroes
+    return to == letter_case::upper ? pair.upper : pair.lower;
+}
+
+inline const sealed_table &cases_of(const vel_locale *locale) {
+    return *locale->ctype.cases;
+}
+
+inline int32_t class_bits(uint32_t cell, int32_t mask) {
+    return cell_value(cell) & mask;
+}
+
+// Whether a value is looked up by a few loads without a call: in all but unusual code sets and for
+// all but characters of four bytes. Callers send the others out of line, which leaves them without
+// a stack frame.
+inline bool is_found_quickly(const sealed_table &table, vel_wchar value) {
+    return table.shortest == 1 && value <= 0xFFFFFF;
+}
+
+// A mapped character that was written: its bytes, or what the encoding gives for a failure.
+int32_t put_mapped(vel_locale *locale, vel_wchar value, unsigned char *out);
+
+} // namespace vel

@@ -1,0 +1,247 @@
+// The locale record: the object behind every locale handle, and all that later code reads from it.
+//
+// Each category is in one of two states: null (usable, with built-in defaults) or loaded. The
+// strings, arrays and tables of a category belong to the locale that read it; a locale that copied
+// the category only points at them.
+#pragma once
+
+#include "objfile/sealed.h"
+#include "vels/types.h"
+
+namespace vel {
+
+constexpr int32_t category_count = 6;
+constexpr int32_t codeset_name_size = 21; // characters and terminator
+constexpr int32_t file_name_size = 32;
+constexpr int32_t max_passes = 8;
+constexpr int32_t max_grouping = 15;
+
+// A category as an index: VEL_CTYPE is 0.
+constexpr int32_t category_index(int32_t category) {
+    return category - VEL_CTYPE;
+}
+
+// A string of a locale: its bytes as read, and its wide copy, made when the category is
+// initialised. Neither is ever null in a category that is null or loaded; an absent string is an
+// empty one. Both end in zero bytes enough that decoding the bytes stops inside their block, even
+// when the file cut a character short.
+struct locale_text {
+    char *bytes;
+    vel_wchar *wide;
+};
+
+// A list of strings with its length.
+struct text_list {
+    int32_t count;
+    locale_text *items;
+};
+
+// Digit grouping: `count` sizes, the one next to the decimal point first; -1 ends grouping, and
+// without it the last size repeats.
+struct grouping {
+    int32_t count;
+    int32_t sizes[max_grouping];
+};
+
+// A class that the locale defines beside the built-in ones. Its mask is 2048 << (number % 32).
+struct locale_class {
+    int32_t number;
+    char *name;
+};
+
+struct case_pair {
+    vel_wchar upper; // 0: the character maps to itself
+    vel_wchar lower;
+};
+
+struct ctype_category {
+    const sealed_table *characters; // class mask of every character
+    const sealed_table *cases;      // case index of every character, 0 for none
+    int32_t class_count;
+    locale_class *classes;
+    int32_t pair_count;
+    case_pair *pairs; // addressed from index 1
+};
+
+enum collation_kind : int32_t {
+    collation_null = 0,
+    collation_as_specified = 1,
+    collation_thai = 2,
+};
+
+enum : int32_t { pass_forward = 1, pass_backward = 2 };
+
+// Weight words.
+enum : uint16_t {
+    weight_ignore = 1,
+    weight_expansion = 0x4000,
+    weight_positional = 0x8000,
+    weight_mask = 0x3FFF,
+};
+
+// Features of a collation, for hosts that choose among the single-byte functions.
+enum : uint32_t {
+    collate_has_expansions = 1,
+    collate_has_elements = 2,
+    collate_has_backward = 4,
+    collate_has_positional = 8,
+};
+
+struct collation_pass {
+    int32_t direction; // pass_forward or pass_backward
+    uint16_t *weights; // by collation index
+};
+
+// A collating element: several characters that are ordered as one.
+struct collating_element {
+    int32_t count;
+    int32_t index; // collation index
+    vel_wchar *values;
+};
+
+// What a weight with the expansion bit stands for.
+struct collating_expansion {
+    int32_t count;
+    vel_wchar *values;
+};
+
+struct collate_category {
+    int32_t kind;
+    int32_t code_order;             // non-zero: no collation, compare by character value
+    const sealed_table *characters; // collation index of every character
+    int32_t pass_count;
+    int32_t index_count;
+    int32_t max_weight;
+    collation_pass passes[max_passes];
+    int32_t element_count;
+    collating_element *elements;
+    int32_t expansion_count;
+    collating_expansion *expansions;
+    void *blocks; // what weights, elements, expansions and their values live in
+};
+
+struct numeric_category {
+    locale_text decimal_point;
+    locale_text thousands_sep;
+    vel::grouping grouping;
+    locale_text positive_sign;
+    locale_text negative_sign;
+};
+
+struct monetary_category {
+    locale_text int_curr_symbol;
+    locale_text currency_symbol;
+    locale_text mon_decimal_point;
+    locale_text mon_thousands_sep;
+    vel::grouping grouping;
+    locale_text positive_sign;
+    locale_text negative_sign;
+    int32_t int_frac_digits; // 127 here and below: not given
+    int32_t frac_digits;
+    int32_t p_cs_precedes;
+    int32_t p_sep_by_space;
+    int32_t n_cs_precedes;
+    int32_t n_sep_by_space;
+    int32_t p_sign_posn; // 0: parentheses
+    int32_t n_sign_posn;
+};
+
+// yesexpr, noexpr, yesstr and nostr, then four strings that object files do not hold.
+struct messages_category {
+    locale_text texts[8];
+};
+enum : int32_t { message_yesexpr, message_noexpr, message_yesstr, message_nostr, message_count };
+
+// The block that vel_localeconv hands out.
+struct conventions {
+    numeric_category numeric;
+    monetary_category monetary;
+    messages_category messages;
+};
+
+enum calendar_number : int32_t {
+    calendar_none,
+    calendar_gregorian,
+    calendar_hebrew,
+    calendar_islamic,
+    calendar_arabic,
+};
+
+struct time_category {
+    int32_t calendar;
+    text_list abbreviated_days; // seven, Sunday first
+    text_list days;
+    text_list abbreviated_months;
+    text_list months;
+    locale_text d_fmt;
+    locale_text d_t_fmt;
+    locale_text t_fmt;
+    locale_text am;
+    locale_text pm;
+    locale_text t_fmt_ampm;
+    text_list eras;
+    locale_text era_d_fmt;
+    locale_text era_d_t_fmt;
+    locale_text era_t_fmt;
+    text_list alt_digits; // items is null when absent
+};
+
+// The trees of names that parsing searches; made from the names when the locale is completed and
+// owned by the locale itself, never by the category.
+struct time_derived {
+    int32_t count;
+    void *trees; // one host block, null while there are none
+};
+
+// What formatting needs of NUMERIC or MONETARY in ready form; owned by the locale itself. The
+// strings belong to the category.
+struct number_marks {
+    const vel_wchar *decimal_point;
+    int32_t decimal_point_length; // in characters
+    const vel_wchar *thousands_sep;
+    int32_t thousands_sep_length;
+    vel_wchar positive_sign; // its first character, 0 when absent
+    vel_wchar negative_sign;
+};
+
+using decode_function = int32_t (*)(vel_locale *locale, vel_wchar *out, const char *bytes,
+                                    int32_t max_values);
+using decode_counted_function = int32_t (*)(vel_locale *locale, vel_wchar *out, const char *bytes,
+                                            int32_t byte_count, int32_t max_values);
+
+} // namespace vel
+
+struct vel_locale {
+    int32_t error; // the error cell: first, so that the handle is its own error context
+    double case_growth;
+    double reserved_growth; // 1.0; nothing reads it
+
+    // Flat tables of a single-byte code set, null for others; 256 entries each.
+    unsigned char *byte_upper;
+    unsigned char *byte_lower;
+    uint16_t *byte_classes;
+
+    int32_t single_byte;
+    vel::decode_function decode; // whole-string decoding, chosen with the code set
+    vel::decode_counted_function decode_counted;
+
+    uint32_t collate_features;
+    uint32_t collate_longest_element;
+
+    vel::ctype_category ctype;
+    vel::collate_category collate;
+    vel::conventions conventions;
+    vel::time_category time;
+    vel::time_derived time_derived;
+    vel::number_marks numeric_marks;
+    vel::number_marks monetary_marks;
+
+    // Bit (category - VEL_CTYPE): the category was copied from another locale and is not this one's
+    // to free.
+    uint32_t borrowed;
+
+    char codeset_names[vel::category_count][vel::codeset_name_size];
+    vel_wchar wide_codeset_names[vel::category_count][vel::codeset_name_size];
+    char file_names[vel::category_count][vel::file_name_size];
+    vel_wchar wide_file_names[vel::category_count][vel::file_name_size];
+};
