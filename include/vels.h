@@ -1,0 +1,16 @@
+/*
+ * VELS: locale and code-set support. The whole interface; each header can also be included alone.
+ */
+#ifndef VELS_H
+#define VELS_H
+
+#include "vels/types.h"
+#include "vels/errors.h"
+#include "vels/host.h"
+#include "vels/registry.h"
+#include "vels/names.h"
+#include "vels/multibyte.h"
+#include "vels/ctype.h"
+#include "vels/locale.h"
+
+#endif
