@@ -1,0 +1,105 @@
+#include "velc/locale_writer.h"
+
+#include <algorithm>
+
+#include "velc/collate_section.h"
+#include "velc/number_sections.h"
+#include "velc/object_text.h"
+#include "velc/time_section.h"
+#include "velc/tool_error.h"
+
+namespace velc {
+
+namespace {
+
+constexpr int locale_object_version = 11;
+
+// What a source does not have is empty.
+template <typename T> const T &or_empty(const std::shared_ptr<const T> &category) {
+    static const T empty;
+    return category ? *category : empty;
+}
+
+// Header values are for people and one line each.
+std::string header_value(std::u32string_view text) {
+    std::string value = to_utf8(text);
+    std::ranges::replace_if(
+        value, [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+    return value;
+}
+
+void append_section(std::string &body, const char *name, std::string_view section) {
+    body.append("### ").append(name).append("\n").append(section);
+}
+
+void append_number(std::string &key, std::uint32_t number) {
+    key.append(reinterpret_cast<const char *>(&number), sizeof number);
+}
+
+// Everything of an LC_CTYPE that its section depends on, as bytes to compare.
+std::string content_key(const ctype &from) {
+    std::string key;
+    for (const char_class &one : from.classes) {
+        key.append(one.name).append(1, '\0');
+        append_number(key, static_cast<std::uint32_t>(one.ranges.size()));
+        for (const code_range &range : one.ranges) {
+            append_number(key, range.first);
+            append_number(key, range.last);
+        }
+    }
+    for (const char_map &one : from.maps) {
+        key.append(one.name).append(1, '\0');
+        append_number(key, static_cast<std::uint32_t>(one.pairs.size()));
+        for (const code_pair &pair : one.pairs) {
+            append_number(key, pair.from);
+            append_number(key, pair.to);
+        }
+    }
+    return key;
+}
+
+} // namespace
+
+const ctype_section &locale_writer::ctype_of(const ctype &from,
+                                             const std::shared_ptr<const charmap> &codeset) {
+    std::string key = content_key(from);
+    kept_section *kept = nullptr;
+    {
+        std::lock_guard lock(mutex_);
+        auto &slot = kept_[{std::move(key), codeset}];
+        if (!slot) slot = std::make_unique<kept_section>();
+        kept = slot.get();
+    }
+    std::call_once(kept->made, [&] { kept->section = write_ctype(from, *codeset); });
+    return kept->section;
+}
+
+locale_object locale_writer::write(std::string_view source, std::string_view charmap_name,
+                                   std::uint16_t number) {
+    const codeset &known = codesets_.at(charmap_name);
+    const auto codeset = sources_.charmap(charmap_name);
+    if (codeset->by_bytes().empty())
+        throw tool_error("{}: found no characters, expected some", codeset->file());
+    const auto locale = sources_.locale(source);
+    const auto substitutes = sources_.translit(source);
+    text_encoder encoder(*codeset, substitutes.get());
+
+    const std::string name = codesets_.header_name(known, number);
+    const ctype_section &classes = ctype_of(or_empty(locale->ctype), codeset);
+    std::string body = name + "\n";
+    append_section(body, "LC_CTYPE", classes.text);
+    append_section(body, "LC_COLLATE", write_collate(locale->collate.get(), *codeset));
+    append_section(body, "LC_NUMERIC", write_numeric(or_empty(locale->numeric), encoder));
+    append_section(body, "LC_MONETARY", write_monetary(or_empty(locale->monetary), encoder));
+    append_section(body, "LC_TIME", write_time(or_empty(locale->time), encoder));
+    append_section(body, "LC_MESSAGES", write_messages(or_empty(locale->messages), encoder));
+
+    object_header header{"locale_object", locale_object_version, {}};
+    header.lines = {fmt::format("CODESET={}", name), fmt::format("CODESET_NUMBER={}", number),
+                    fmt::format("CHARMAP={}", charmap_name), fmt::format("SOURCE={}", source)};
+    if (locale->ident)
+        header.lines.push_back("SOURCE_REVISION=" + header_value(locale->ident->revision));
+    return {with_header(header, body), encoder.substitutions(), classes.dropped_classes};
+}
+
+} // namespace velc

@@ -1,0 +1,119 @@
+#include "velc/pack.h"
+
+#include <algorithm>
+#include <atomic>
+#include <thread>
+
+#include "velc/charmap_writer.h"
+#include "velc/locale_writer.h"
+#include "velc/output_file.h"
+#include "velc/progress.h"
+#include "velc/registry_source.h"
+#include "velc/tool_error.h"
+
+namespace velc {
+
+namespace {
+
+// What became of one item.
+struct outcome {
+    std::uintmax_t bytes = 0;
+    std::vector<substitution> substitutions;
+    std::vector<std::string> dropped_classes;
+    std::string error;
+};
+
+class packer {
+public:
+    packer(const std::vector<pack_item> &plan, const codeset_table &codesets,
+           source_library &sources, const pack_options &options)
+        : plan_(plan), codesets_(codesets), sources_(sources), options_(options),
+          locales_(sources, codesets), outcomes_(plan.size()) {}
+
+    void run() {
+        progress bar(plan_.size(), !options_.quiet);
+        std::atomic<std::size_t> next = 0;
+        const auto work = [&] {
+            for (std::size_t i; (i = next++) < plan_.size();) {
+                make(plan_[i], outcomes_[i]);
+                bar.done(plan_[i].title());
+            }
+        };
+        std::vector<std::jthread> others;
+        for (unsigned i = 1; i < jobs(); ++i) others.emplace_back(work);
+        work();
+    }
+
+    pack_result result() const {
+        pack_result sum;
+        for (std::size_t i = 0; i < plan_.size(); ++i) add(sum, plan_[i], outcomes_[i]);
+        std::ranges::sort(sum.notes);
+        const auto repeated = std::ranges::unique(sum.notes);
+        sum.notes.erase(repeated.begin(), repeated.end());
+        return sum;
+    }
+
+private:
+    unsigned jobs() const {
+        const unsigned wanted =
+            options_.jobs != 0 ? options_.jobs : std::max(1u, std::thread::hardware_concurrency());
+        return static_cast<unsigned>(std::min<std::size_t>(wanted, plan_.size()));
+    }
+
+    void make(const pack_item &item, outcome &made) {
+        try {
+            const std::string text = text_of(item, made);
+            made.bytes = text.size();
+            write_output(options_.root / item.file, text);
+        } catch (const std::bad_alloc &) {
+            made.error = fmt::format("{}: out of memory", item.title());
+        } catch (const source_error &error) {
+            made.error = error.what();
+        } catch (const std::exception &error) {
+            made.error = fmt::format("{}: {}", item.title(), error.what());
+        }
+    }
+
+    std::string text_of(const pack_item &item, outcome &made) {
+        if (item.what == pack_item::kind::registry) return make_registry(codesets_, sources_);
+        if (item.what == pack_item::kind::charmap)
+            return write_charmap(*sources_.charmap(item.charmap),
+                                 codesets_.header_name(codesets_.at(item.charmap), item.number),
+                                 item.number);
+        locale_object object = locales_.write(item.source, item.charmap, item.number);
+        made.substitutions = std::move(object.substitutions);
+        made.dropped_classes = std::move(object.dropped_classes);
+        return std::move(object.text);
+    }
+
+    static void add(pack_result &sum, const pack_item &item, const outcome &made) {
+        if (!made.error.empty()) return sum.errors.push_back(made.error);
+        sum.bytes += made.bytes;
+        sum.locales += item.what == pack_item::kind::locale;
+        sum.charmaps += item.what == pack_item::kind::charmap;
+        sum.substituted += !made.substitutions.empty();
+        sum.lossy += std::ranges::any_of(made.substitutions, &substitution::lossy);
+        for (const substitution &one : made.substitutions)
+            sum.notes.push_back(fmt::format("{}: {}", item.title(), to_string(one)));
+        for (const std::string &name : made.dropped_classes)
+            sum.notes.push_back(fmt::format("{}: class {} has no bit left", item.title(), name));
+    }
+
+    const std::vector<pack_item> &plan_;
+    const codeset_table &codesets_;
+    source_library &sources_;
+    const pack_options &options_;
+    locale_writer locales_;
+    std::vector<outcome> outcomes_;
+};
+
+} // namespace
+
+pack_result make_pack(const std::vector<pack_item> &plan, const codeset_table &codesets,
+                      source_library &sources, const pack_options &options) {
+    packer work(plan, codesets, sources, options);
+    work.run();
+    return work.result();
+}
+
+} // namespace velc

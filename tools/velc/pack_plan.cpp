@@ -1,0 +1,120 @@
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "common/locale_name.h"
+#include "velc/pack.h"
+#include "velc/tool_error.h"
+
+namespace velc {
+
+namespace {
+
+class planner {
+public:
+    planner(const codeset_table &codesets) : codesets_(codesets) {}
+
+    void add_default(const std::string &source, const codeset &of) {
+        add({pack_item::kind::locale, source, of.charmap, of.number(),
+             std::filesystem::path(locale_directory) / tools::default_object});
+        used_.insert(of.charmap);
+    }
+
+    // A locale under every number of its code set. The plain name, which has the charmap's name in
+    // it, is there once.
+    void add_locale(const std::string &source, const codeset &of) {
+        const auto name = tools::parse_locale_name(source);
+        if (!name) throw tool_error("{}: found no locale name, expected one", source);
+        for (std::uint16_t number : of.numbers) {
+            const std::string file = tools::locale_object_file(*name, number, of.charmap);
+            if (file.size() > tools::longest_object_name)
+                throw tool_error("{}: found a file name of {} characters, expected at most {}",
+                                 file, file.size(), tools::longest_object_name);
+            add({pack_item::kind::locale, source, of.charmap, number,
+                 std::filesystem::path(locale_directory) / file});
+            if (!tools::fits_specification(*name)) break;
+        }
+        used_.insert(of.charmap);
+    }
+
+    void use_charmap(const std::string &name) { used_.insert(name); }
+
+    std::vector<pack_item> finish() {
+        for (const std::string &name : used_)
+            for (const codeset &of = codesets_.at(name); std::uint16_t number : of.numbers)
+                add({pack_item::kind::charmap,
+                     {},
+                     name,
+                     number,
+                     std::filesystem::path(charmap_directory) / fmt::format("{:04x}.cmo", number)});
+        add({pack_item::kind::registry, {}, {}, 0, registry_file});
+        std::vector<pack_item> items;
+        for (auto &[file, item] : items_) items.push_back(std::move(item));
+        std::ranges::stable_sort(items, {}, cost_rank);
+        return items;
+    }
+
+private:
+    void add(pack_item item) {
+        const auto [there, is_new] = items_.emplace(item.file, item);
+        if (is_new) return;
+        const pack_item &other = there->second;
+        if (other.source == item.source && other.charmap == item.charmap) return; // listed twice
+        throw tool_error("{}: would be both {} and {}, expected one object for each file",
+                         item.file.generic_string(), other.title(), item.title());
+    }
+
+    // Threads end together when the long work is begun first.
+    static int cost_rank(const pack_item &item) {
+        if (item.what == pack_item::kind::registry) return 0;
+        if (item.charmap == "GB18030") return 1;
+        return item.charmap == "UTF-8" ? 2 : 3;
+    }
+
+    const codeset_table &codesets_;
+    std::map<std::filesystem::path, pack_item> items_;
+    std::set<std::string> used_;
+};
+
+void add_recipe(planner &plan, const recipe &from, const codeset_table &codesets) {
+    for (const recipe_line &line : from.locales.lines) {
+        const bool is_default = line.words[0] == "default";
+        const std::size_t first = is_default ? 2 : 1;
+        if (line.words.size() <= first)
+            throw tool_error("{}: found {} words, expected a locale source and its charmaps",
+                             place(from.locales, line), line.words.size());
+        const std::string &source = line.words[first - 1];
+        for (std::size_t i = first; i < line.words.size(); ++i) {
+            const codeset *known = codesets.find(line.words[i]);
+            if (!known)
+                throw tool_error("{}: found {}, expected a charmap that has a number",
+                                 place(from.locales, line), line.words[i]);
+            is_default ? plan.add_default(source, *known) : plan.add_locale(source, *known);
+        }
+    }
+}
+
+void add_everything(planner &plan, const codeset_table &codesets, const source_library &sources) {
+    for (const supported_locale &one : sources.supported())
+        plan.add_locale(one.source, codesets.at(one.charmap));
+    const std::vector<std::string> present = sources.charmap_names();
+    for (const codeset &one : codesets.all())
+        if (std::ranges::binary_search(present, one.charmap)) plan.use_charmap(one.charmap);
+}
+
+} // namespace
+
+std::string pack_item::title() const {
+    if (what == kind::registry) return "registry";
+    return what == kind::charmap ? charmap : fmt::format("{} in {}", source, charmap);
+}
+
+std::vector<pack_item> plan_pack(const recipe &from, const codeset_table &codesets,
+                                 const source_library &sources, bool everything) {
+    planner plan(codesets);
+    add_recipe(plan, from, codesets);
+    if (everything) add_everything(plan, codesets, sources);
+    return plan.finish();
+}
+
+} // namespace velc
