@@ -1,0 +1,28 @@
+#include "vel/invalid_report.h"
+
+#include <fmt/format.h>
+
+#include "vel/display.h"
+
+namespace vel_tool {
+
+void invalid_report::add(std::string_view text, uint64_t offset) {
+    if (count_++ >= most_) return;
+    run_.warn(fmt::format("{}: byte {}: {} is no character of {}", file_, offset, hex_bytes(text),
+                          codeset_));
+}
+
+void invalid_report::finish() const {
+    if (count_ <= most_) return;
+    run_.warn(
+        fmt::format("{}: {} more invalid sequences (--all lists them)", file_, count_ - most_));
+}
+
+void add_report_options(CLI::App *command, report_options &options) {
+    command->add_option("--list", options.list, "report the first N invalid sequences of a file")
+        ->type_name("N")
+        ->capture_default_str();
+    command->add_flag("--all", options.all, "report all invalid sequences");
+}
+
+} // namespace vel_tool

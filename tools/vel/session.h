@@ -1,0 +1,31 @@
+// What every command gets: where to write, how it should look, and the way to say what to run.
+#pragma once
+
+#include <functional>
+
+#include <CLI/CLI.hpp>
+
+#include "vel/output.h"
+#include "vel/style.h"
+
+namespace vel_tool {
+
+struct session {
+    output out{1, "standard output"};
+    style look;
+    style error_look;
+    std::function<int()> action; // of the command given, returns the exit status
+
+    void warn(const std::string &message) const;
+};
+
+// Each declares one command and its options.
+void add_locale_command(CLI::App &app, session &run);
+void add_locales_command(CLI::App &app, session &run);
+void add_codesets_command(CLI::App &app, session &run);
+void add_count_command(CLI::App &app, session &run);
+void add_case_command(CLI::App &app, session &run);
+void add_classify_command(CLI::App &app, session &run);
+void add_doctor_command(CLI::App &app, session &run);
+
+} // namespace vel_tool
