@@ -1,0 +1,339 @@
+// Every rung of the whole-string kernels against loops that take one character at a time.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "charmap/kernels.h"
+#include "charmap/slow_text.h"
+#include "support/make_locale.h"
+#include "vels/errors.h"
+#include "vels/multibyte.h"
+
+namespace {
+
+using namespace vel_test;
+using vel::kernel_rung;
+
+constexpr uint32_t seed = 20240611;
+constexpr int32_t enough = 1 << 20; // room for any text here
+
+// --- The functions under test, on blocks of exactly the stated size ------------------------------
+
+outcome fast_decode(vel_locale *locale, const std::string &text, int32_t nbytes, int32_t room) {
+    outcome o{0, 0, std::vector<vel_wchar>(text.size() + 8, untouched)};
+    // The terminator, also where the text has been cut inside a character.
+    size_t end_bytes = static_cast<size_t>(2 * vel_mb_loc_min(locale) - 1);
+    size_t size = nbytes == -1 ? text.size() + end_bytes : static_cast<size_t>(std::max(nbytes, 1));
+    std::unique_ptr<char[]> block(new char[size]);
+    std::copy_n((text + terminator).begin(), size, block.get());
+    o.error = error_of(locale, [&] {
+        o.result = tuk_vel_im_mbfstowcfs(locale, o.out.data(), block.get(), nbytes, room);
+    });
+    return o;
+}
+
+outcome fast_encode(vel_locale *locale, const std::vector<vel_wchar> &wide, int32_t nvalues,
+                    int32_t room) {
+    outcome o;
+    size_t size = nvalues == -1 ? wide.size() : static_cast<size_t>(nvalues);
+    std::unique_ptr<vel_wchar[]> block(new vel_wchar[size]);
+    std::copy_n(wide.begin(), size, block.get());
+    std::string out(wide.size() * 4 + 8, '\xEE');
+    o.error = error_of(locale, [&] {
+        o.result = tuk_vel_full_wcstombs(locale, out.data(), block.get(), nvalues, room);
+    });
+    for (char b : out) o.out.push_back(static_cast<unsigned char>(b));
+    return o;
+}
+
+outcome fast_count(vel_locale *locale, const std::string &text, int32_t nbytes) {
+    outcome o;
+    const std::string block = text + terminator; // a last character may be read beyond the end
+    o.error = error_of(locale, [&] {
+        o.result = nbytes == -1 ? vel_im_mbslen(locale, block.data())
+                                : tuk_vel_im_mbfslen(locale, block.data(), nbytes);
+    });
+    if (o.result < 0) o.result = -1;
+    return o;
+}
+
+// --- Texts ---------------------------------------------------------------------------------------
+
+struct code_set {
+    const char *name;
+    locale_ptr (*make)();
+    // Characters to draw from, more of the first ones.
+    std::vector<vel_wchar> letters;
+};
+
+const code_set code_sets[] = {
+    {"utf8",
+     make_utf8,
+     {'a', 'Z', ' ', 0xC3A9, 0xD0BF, 0xE38182, 0xE697A5, 0xC280, 0xDFBF, 0xE0A080, 0xED9FBF,
+      0xEE8080, 0xEFBFBF, 0xF0908080, 0xF09F9880, 0xF48FBFBF}},
+    {"euc", make_euc, {'a', 'Z', 0xA4A2, 0xB0A1, 0xCFD3, 0x8EB1, 0x8FB0A1, 0x8FB8FE, 0x8F00A1}},
+    {"sjis", make_sjis, {'a', '~', 0xB1, 0x82A0, 0x835C, 0x8140, 0x9FFC, 0xEA7E}},
+    {"gb", make_gb, {'a', '0', 0xB0A1, 0x8540, 0xFEFE, 0x81308130, 0x8139FE39}},
+    {"two bytes", make_two_byte, {'a', 0x3042, 0x4100, 0xFFFF, 0x100}},
+    {"single byte", make_single_byte, {'a', 'Z', 0xE9, 0xFF}},
+};
+
+// Invalid as bytes and as values, in every code set or in most.
+const std::vector<std::string> bad_bytes = {"\xFF",
+                                            "\x80",
+                                            "\xC0\x80",
+                                            "\xC1\xBF",
+                                            "\xC3",
+                                            "\xE0\x9F\xBF",
+                                            "\xE3\x81",
+                                            "\xED\xA0\x80",
+                                            "\xF0\x8F\xBF\xBF",
+                                            "\xF0\x90\x80",
+                                            "\xF4\x90\x80\x80",
+                                            "\xF5\x80\x80\x80",
+                                            "\xA4",
+                                            "\x8F\xB0",
+                                            "\x81\x30\x81",
+                                            "\xD8\x01"};
+const std::vector<vel_wchar> bad_values = {0xFF,       0x80,       0xC3,       0xA9,     0xC080,
+                                           0xC1BF,     0xC3C3,     0xA9A9,     0xD801,   0xE08080,
+                                           0xEDA080,   0xE30081,   0xE38100,   0xE3C381, 0xEFBFC0,
+                                           0xF08FBFBF, 0xF4908080, 0xF5808080, 0x41C3A9, 0x7FFFFFFF,
+                                           0x80000000, 0xFFFFFFFF, 0xF09F00A0, 0x30A1,   0x2240};
+
+struct text_pair {
+    std::string bytes;
+    std::vector<vel_wchar> wide;
+};
+
+class kernels : public ::testing::TestWithParam<kernel_rung> {
+protected:
+    void SetUp() override {
+        if (!vel::use_kernels(GetParam())) GTEST_SKIP() << "the processor has no such rung";
+    }
+    ~kernels() override { vel::use_kernels(kernel_rung::scalar); }
+
+    // Runs of one letter and of mixed ones, up to about `size` bytes.
+    text_pair draw(const code_set &set, vel_locale *locale, size_t size) {
+        text_pair text;
+        size_t least = static_cast<size_t>(vel_mb_loc_min(locale));
+        while (text.bytes.size() < size) {
+            size_t kinds = 1 + random_() % set.letters.size();
+            for (size_t run = random_() % 60; run-- > 0;) {
+                text.wide.push_back(set.letters[random_() % kinds]);
+                text.bytes += pack(text.wide.back(), least);
+            }
+        }
+        return text;
+    }
+
+    void compare(vel_locale *locale, const text_pair &text, int32_t room) {
+        int32_t size = static_cast<int32_t>(text.bytes.size());
+        int32_t count = static_cast<int32_t>(text.wide.size());
+        std::vector<vel_wchar> terminated = text.wide;
+        terminated.push_back(0);
+        for (int32_t n : {-1, size}) {
+            EXPECT_EQ(slow_decode(locale, text.bytes, n, room),
+                      fast_decode(locale, text.bytes, n, room));
+            EXPECT_EQ(slow_count(locale, text.bytes, n), fast_count(locale, text.bytes, n));
+        }
+        if (locale->single_byte) return; // encodes without a check: tested with the primitives
+        EXPECT_EQ(slow_encode(locale, terminated, -1, room),
+                  fast_encode(locale, terminated, -1, room));
+        EXPECT_EQ(slow_encode(locale, text.wide, count, room),
+                  fast_encode(locale, text.wide, count, room));
+    }
+
+    std::mt19937 random_{seed};
+};
+
+TEST_P(kernels, take_text_of_every_length) {
+    for (const code_set &set : code_sets) {
+        SCOPED_TRACE(set.name);
+        locale_ptr made = set.make();
+        for (int round = 0; round < 4; ++round) {
+            text_pair whole = draw(set, made->get(), 240);
+            text_pair text;
+            for (vel_wchar value : whole.wide) {
+                if (text.bytes.size() > 200) break;
+                compare(made->get(), text, enough);
+                text.wide.push_back(value);
+                text.bytes += pack(value, static_cast<size_t>(vel_mb_loc_min(made->get())));
+            }
+        }
+        if (HasFailure()) FAIL() << "seed " << seed;
+    }
+}
+
+TEST_P(kernels, stop_at_every_limit) {
+    for (const code_set &set : code_sets) {
+        SCOPED_TRACE(set.name);
+        locale_ptr made = set.make();
+        for (int round = 0; round < 4; ++round) {
+            text_pair text = draw(set, made->get(), 160);
+            text.wide.resize(std::min<size_t>(text.wide.size(), 200));
+            text.bytes.clear();
+            for (vel_wchar value : text.wide) {
+                text.bytes += pack(value, static_cast<size_t>(vel_mb_loc_min(made->get())));
+            }
+            for (int32_t room = -1; room <= 250; ++room) compare(made->get(), text, room);
+        }
+        if (HasFailure()) FAIL() << "seed " << seed;
+    }
+}
+
+// Short characters behind many long ones: a store reaches farthest beyond what it is to write.
+TEST_P(kernels, leave_the_bytes_behind_a_cut_alone) {
+    locale_ptr made = make_utf8();
+    text_pair text;
+    for (size_t i = 0; i < 80; ++i) {
+        text.wide.push_back(i % 20 - 12 < 5 ? 'a' : 0xF09F9880);
+        text.bytes += pack(text.wide.back());
+    }
+    for (int32_t room = 0; room <= 250; ++room) compare(made->get(), text, room);
+}
+
+TEST_P(kernels, fail_at_invalid_characters_everywhere) {
+    for (const code_set &set : code_sets) {
+        SCOPED_TRACE(set.name);
+        locale_ptr made = set.make();
+        size_t least = static_cast<size_t>(vel_mb_loc_min(made->get()));
+        text_pair whole = draw(set, made->get(), 180);
+        for (size_t at = 0; at < whole.wide.size() && at < 150; ++at) {
+            text_pair text = whole;
+            vel_wchar bad = bad_values[random_() % bad_values.size()];
+            text.wide[at] = bad;
+            text.bytes.clear();
+            for (size_t i = 0; i < whole.wide.size(); ++i) {
+                text.bytes +=
+                    i == at ? bad_bytes[random_() % bad_bytes.size()] : pack(whole.wide[i], least);
+            }
+            compare(made->get(), text, enough);
+            text.bytes.resize(random_() % (text.bytes.size() + 1));
+            compare(made->get(), text, enough);
+        }
+        if (HasFailure()) FAIL() << "seed " << seed;
+    }
+}
+
+// In every lane of a block, also where the rows of a code set have been worked out.
+TEST_P(kernels, refuse_every_value_that_is_no_character) {
+    for (const code_set &set : code_sets) {
+        SCOPED_TRACE(set.name);
+        locale_ptr made = set.make();
+        if (made->get()->single_byte) continue;
+        for (size_t size : {size_t{100}, size_t{2200}}) {
+            std::vector<vel_wchar> wide = draw(set, made->get(), 5 * size).wide;
+            wide.resize(size, set.letters[0]);
+            for (vel_wchar bad : bad_values) {
+                for (size_t at = 40; at < 76; ++at) {
+                    vel_wchar good = std::exchange(wide[at], bad);
+                    EXPECT_EQ(slow_encode(made->get(), wide, static_cast<int32_t>(size), enough),
+                              fast_encode(made->get(), wide, static_cast<int32_t>(size), enough));
+                    wide[at] = good;
+                }
+            }
+        }
+        if (HasFailure()) FAIL() << "seed " << seed;
+    }
+}
+
+// Longer than the windows in which terminated text is taken, and than what it takes to work out the
+// rows of a code set.
+TEST_P(kernels, take_long_texts) {
+    for (const code_set &set : code_sets) {
+        SCOPED_TRACE(set.name);
+        locale_ptr made = set.make();
+        for (int round = 0; round < 4; ++round) {
+            text_pair text = draw(set, made->get(), 3000 + random_() % 40000);
+            compare(made->get(), text, enough);
+            compare(made->get(), text, static_cast<int32_t>(random_() % text.wide.size()));
+            text.bytes.insert(random_() % text.bytes.size(),
+                              bad_bytes[random_() % bad_bytes.size()]);
+            text.wide[random_() % text.wide.size()] = bad_values[random_() % bad_values.size()];
+            compare(made->get(), text, enough);
+        }
+        if (HasFailure()) FAIL() << "seed " << seed;
+    }
+}
+
+// The whole of UTF-8 a lead byte and three more: what a block accepts is what the table accepts.
+TEST_P(kernels, know_every_start_of_a_utf8_character) {
+    locale_ptr made = make_utf8();
+    const std::string edges = "\x00\x41\x7F\x80\x8F\x90\x9F\xA0\xBF\xC0\xC2\xE1\xF0\xFF";
+    for (int lead = 0x80; lead < 0x100; ++lead) {
+        for (char second : edges) {
+            for (char third : edges) {
+                std::string text(static_cast<size_t>(lead % 61), 'x');
+                text += {static_cast<char>(lead), second, third, edges[random_() % edges.size()]};
+                text += std::string(80, 'y');
+                int32_t size = static_cast<int32_t>(text.size());
+                ASSERT_EQ(slow_decode(made->get(), text, size, enough),
+                          fast_decode(made->get(), text, size, enough))
+                    << ::testing::PrintToString(text.substr(static_cast<size_t>(lead % 61), 4));
+                ASSERT_EQ(slow_count(made->get(), text, size), fast_count(made->get(), text, size));
+            }
+        }
+    }
+}
+
+TEST_P(kernels, decode_and_encode_every_utf8_character) {
+    locale_ptr made = make_utf8();
+    std::vector<vel_wchar> wide;
+    std::string bytes;
+    for (uint32_t code = 1; code < 0x110000; ++code) {
+        if (code - 0xD800 < 0x800) continue;
+        wide.push_back(utf8(code));
+        bytes += pack(wide.back());
+    }
+    int32_t count = static_cast<int32_t>(wide.size()), size = static_cast<int32_t>(bytes.size());
+    std::vector<vel_wchar> decoded(wide.size());
+    std::string encoded(bytes.size() + 1, '?');
+    EXPECT_EQ(count, vel_im_mbstowcs(made->get(), decoded.data(), bytes.c_str(), count));
+    EXPECT_TRUE(wide == decoded);
+    wide.push_back(0);
+    EXPECT_EQ(size, vel_full_wcstombs(made->get(), encoded.data(), wide.data(), size + 1));
+    encoded.pop_back();
+    EXPECT_TRUE(bytes == encoded);
+    EXPECT_EQ(count, vel_im_mbslen(made->get(), bytes.c_str()));
+    EXPECT_EQ(size + 1, vel_mbsbytes(made->get(), bytes.c_str()));
+    EXPECT_EQ(count, vel_wcslen(wide.data()));
+}
+
+TEST_P(kernels, widen_and_narrow_single_bytes) {
+    locale_ptr made = make_single_byte();
+    for (int32_t size = 0; size < 200; ++size) {
+        std::string bytes;
+        std::vector<vel_wchar> wide;
+        for (int32_t i = 0; i < size; ++i) {
+            bytes += static_cast<char>(1 + random_() % 255);
+            wide.push_back(static_cast<unsigned char>(bytes.back()));
+        }
+        wide.push_back(0);
+        for (int32_t room : {size - 1, size, size + 1}) {
+            std::vector<vel_wchar> out(static_cast<size_t>(size) + 2, untouched), expected = out;
+            std::copy_n(wide.begin(), std::max(room, 0), expected.begin());
+            EXPECT_EQ(std::max(0, std::min(room, size)),
+                      vel_is_mbstowcs(made->get(), out.data(), bytes.c_str(), room));
+            EXPECT_EQ(expected, out);
+            std::string back(static_cast<size_t>(size) + 2, '?'), text = back;
+            std::copy_n((bytes + '\0').begin(), std::max(room, 0), text.begin());
+            EXPECT_EQ(std::max(0, std::min(room, size)),
+                      vel_is_wcstombs(made->get(), back.data(), wide.data(), room));
+            EXPECT_EQ(text, back);
+        }
+        if (size == 0) continue;
+        size_t bad = random_() % static_cast<size_t>(size);
+        wide[bad] = 0x100;
+        std::string out(static_cast<size_t>(size), '?');
+        EXPECT_EQ(-1, tuk_vel_is_wcstombs(made->get(), out.data(), wide.data(), size, size));
+        EXPECT_EQ(bytes.substr(0, bad), out.substr(0, bad));
+        EXPECT_EQ('?', out[bad]);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(rungs, kernels,
+                         ::testing::Values(kernel_rung::scalar, kernel_rung::sse, kernel_rung::avx2,
+                                           kernel_rung::avx512));
+
+} // namespace

@@ -1,0 +1,256 @@
+// Classes and case of characters and strings.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "charmap/kernels.h"
+#include "support/make_locale.h"
+#include "vels/errors.h"
+#include "vels/multibyte.h"
+
+namespace {
+
+using namespace vel_test;
+
+constexpr int32_t pair(int32_t read, int32_t written) {
+    return read << 8 | written;
+}
+
+class ctype : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        utf8_set = make_utf8();
+        byte_set = make_single_byte();
+        // i and dotted I as in Turkish; B and b map to what is no character.
+        turkish_set = make_utf8_base();
+        turkish_set->add_ascii_letters();
+        turkish_set->add_mapped('i', VEL_CLASS_LOWER, {utf8(0x130), 0});
+        turkish_set->add_mapped(utf8(0x130), VEL_CLASS_UPPER, {0, 'i'});
+        turkish_set->add_mapped('b', VEL_CLASS_LOWER, {0xFFFF, 0});
+        turkish_set->finish();
+    }
+    static void TearDownTestSuite() {
+        utf8_set.reset();
+        byte_set.reset();
+        turkish_set.reset();
+    }
+    static inline locale_ptr utf8_set, byte_set, turkish_set;
+
+    vel_locale *utf = utf8_set->get(), *single = byte_set->get(), *turkish = turkish_set->get();
+};
+
+TEST_F(ctype, class_names_have_masks) {
+    const std::pair<const char *, int32_t> names[] = {
+        {"upper", 1},    {"lower", 2},    {"alpha", 4},   {"digit", 8},   {"space", 16},
+        {"cntrl", 32},   {"punct", 64},   {"graph", 128}, {"print", 256}, {"xdigit", 512},
+        {"blank", 1024}, {"alnum", 12},   {"Upper", 0},   {"", 0},        {"kana", 2048},
+        {"wide", 4096},  {"kana2", 2048},
+    };
+    char kana[] = "kana", wide[] = "wide", again[] = "wide", kana2[] = "kana2", upper[] = "upper";
+    vel::locale_class own[] = {{0, kana}, {1, wide}, {3, again}, {32, kana2}, {7, upper}};
+    utf->ctype.classes = own;
+    utf->ctype.class_count = 5;
+    for (auto [name, mask] : names) EXPECT_EQ(mask, vel_ctype(utf, name)) << name;
+    utf->ctype.class_count = 0;
+}
+
+TEST_F(ctype, characters_have_classes) {
+    constexpr int32_t alnum = VEL_CLASS_ALNUM;
+    for (auto test : {vel_im_iswctype, im_iswctype}) {
+        EXPECT_EQ(VEL_CLASS_ALPHA, test(utf, 'a', alnum));
+        EXPECT_EQ(VEL_CLASS_UPPER, test(utf, utf8(0x416), VEL_CLASS_UPPER | VEL_CLASS_LOWER));
+        EXPECT_EQ(0, error_of(utf, [&] { EXPECT_EQ(0, test(utf, 0xF09F9880, alnum)); }));
+        for (vel_wchar none : {0x80u, 0xC341u, 0xEDA080u, 0xFFFFFFFFu}) {
+            EXPECT_EQ(VEL_EILSEQ, error_of(utf, [&] { EXPECT_EQ(0, test(utf, none, alnum)); }));
+        }
+    }
+    for (auto test : {vel_im_ismctype, im_ismctype}) {
+        EXPECT_EQ(VEL_CLASS_ALPHA, test(utf, "\xD0\x96", alnum));
+        EXPECT_EQ(VEL_EILSEQ, error_of(utf, [&] { EXPECT_EQ(0, test(utf, "\xD0", alnum)); }));
+    }
+    struct row {
+        const char *bytes;
+        int32_t n, result, error;
+    };
+    for (const row &r : {row{"\xD0\x96", 2, 4, 0},
+                         {"\xD0\x96", 1, 0, VEL_EINVAL},
+                         {"a", 0, 0, VEL_EINVAL},
+                         {"\xFF", 1, 0, VEL_EILSEQ}}) {
+        EXPECT_EQ(r.error, error_of(utf, [&] {
+                      EXPECT_EQ(r.result, tuk_vel_im_ismctype(utf, r.bytes, r.n, alnum));
+                  }));
+    }
+}
+
+TEST_F(ctype, values_have_case) {
+    struct row {
+        vel_wchar value, upper, lower;
+        int32_t error;
+    };
+    const row rows[] = {
+        {'a', 'A', 'a', 0},
+        {'Z', 'Z', 'z', 0},
+        {'1', '1', '1', 0},
+        {utf8(0x436), utf8(0x416), utf8(0x436), 0},
+        {0xF09F9880, 0xF09F9880, 0xF09F9880, 0},
+        {0xFF, 0xFF, 0xFF, VEL_EILSEQ},
+        {0x80000000, 0x80000000, 0x80000000, VEL_EILSEQ},
+    };
+    for (const row &r : rows) {
+        EXPECT_EQ(r.error,
+                  error_of(utf, [&] { EXPECT_EQ(r.upper, vel_im_towupper(utf, r.value)); }));
+        EXPECT_EQ(r.error,
+                  error_of(utf, [&] { EXPECT_EQ(r.lower, vel_im_towlower(utf, r.value)); }));
+        EXPECT_EQ(r.lower, im_towlower(utf, r.value));
+    }
+}
+
+TEST_F(ctype, multibyte_characters_have_case) {
+    struct row {
+        vel_locale *locale;
+        const char *in, *upper, *lower;
+        int32_t upper_result, lower_result, error; // counted forms give 0 on an error
+    };
+    const row rows[] = {
+        {utf, "a", "A", "a", pair(1, 1), pair(1, 1), 0},
+        {utf, "\xD0\x96z", "\xD0\x96", "\xD0\xB6", pair(2, 2), pair(2, 2), 0},
+        {turkish, "i", "\xC4\xB0", "i", pair(1, 2), pair(1, 1), 0},
+        {turkish, "\xC4\xB0", "\xC4\xB0", "i", pair(2, 2), pair(2, 1), 0},
+        {utf, "\xE3\x41z", "\xE3\x41", "\xE3\x41", pair(2, 2), pair(2, 2), VEL_EILSEQ},
+        {turkish, "b", "", "b", pair(1, 0xFF), pair(1, 1), VEL_EILSEQ},
+    };
+    for (const row &r : rows) {
+        SCOPED_TRACE(&r - rows);
+        char upper[8] = {}, lower[8] = {};
+        EXPECT_EQ(r.error, error_of(r.locale, [&] {
+                      EXPECT_EQ(r.upper_result, vel_im_tomupper(r.locale, upper, r.in));
+                  }));
+        EXPECT_EQ(r.lower_result, vel_im_tomlower(r.locale, lower, r.in));
+        EXPECT_STREQ(r.upper, upper);
+        EXPECT_STREQ(r.lower, lower);
+        EXPECT_EQ(r.lower_result, im_tomlower(r.locale, lower, r.in));
+    }
+    char out[8] = {};
+    EXPECT_EQ(pair(1, 2), tuk_vel_im_tomupper(turkish, out, "i", 1));
+    EXPECT_EQ(pair(2, 1), tuk_vel_im_tomlower(turkish, out, "\xC4\xB0", 9));
+    EXPECT_EQ(VEL_EINVAL,
+              error_of(utf, [&] { EXPECT_EQ(0, tuk_vel_im_tomupper(utf, out, "\xD0\xB6", 1)); }));
+    EXPECT_EQ(VEL_EINVAL,
+              error_of(utf, [&] { EXPECT_EQ(0, tuk_vel_im_tomlower(utf, out, "a", 0)); }));
+    EXPECT_EQ(VEL_EILSEQ,
+              error_of(utf, [&] { EXPECT_EQ(0, tuk_vel_im_tomupper(utf, out, "\xFF", 3)); }));
+}
+
+// Random text through every rung, against one character at a time.
+TEST_F(ctype, strings_have_case) {
+    constexpr uint32_t seed = 77;
+    std::mt19937 random{seed};
+    using vel::kernel_rung;
+    for (vel_locale *locale : {utf, turkish, single}) {
+        for (int round = 0; round < 400; ++round) {
+            std::string in, upper;
+            std::vector<vel_wchar> wide, wide_upper;
+            for (size_t count = random() % 200; wide.size() < count;) {
+                uint32_t drawn = static_cast<uint32_t>(random());
+                vel_wchar c = drawn % 8 ? 0x20 + drawn / 8 % 0x5F : utf8(0x430 + drawn / 8 % 32);
+                if (locale == single) c &= 0xFF;
+                if (c == 'b' || c == 0) c = 'i';
+                wide.push_back(c);
+                wide_upper.push_back(vel_im_towupper(locale, c));
+                in += pack(c);
+                upper += pack(wide_upper.back());
+            }
+            for (kernel_rung rung :
+                 {kernel_rung::scalar, kernel_rung::sse, kernel_rung::avx2, kernel_rung::avx512}) {
+                if (!vel::use_kernels(rung)) continue;
+                std::string out(in.size() * 2 + 2, '?'), expected = upper + '\0';
+                EXPECT_EQ(static_cast<int32_t>(upper.size()),
+                          vel_tombsupper(locale, out.data(), in.c_str()));
+                EXPECT_EQ(expected.append(out.size() - expected.size(), '?'), out);
+                std::vector<vel_wchar> source = wide;
+                source.push_back(0);
+                EXPECT_EQ(0, vel_towcsupper(locale, source.data(), source.data()));
+                EXPECT_EQ(0u, source.back());
+                source.pop_back();
+                EXPECT_EQ(wide_upper, source);
+            }
+            ASSERT_FALSE(HasFailure()) << "seed " << seed;
+        }
+    }
+}
+
+TEST_F(ctype, strings_fail_at_the_first_invalid_character) {
+    char out[16] = "????????";
+    EXPECT_EQ(VEL_EILSEQ,
+              error_of(utf, [&] { EXPECT_EQ(-1, vel_tombslower(utf, out, "AB\xFFz")); }));
+    EXPECT_STREQ("ab??????", out);
+    // A mapping to no character moves the output back by one.
+    EXPECT_EQ(VEL_EILSEQ,
+              error_of(turkish, [&] { EXPECT_EQ(2, vel_tombsupper(turkish, out, "acbd")); }));
+    EXPECT_STREQ("AD", out);
+    vel_wchar wide[] = {'A', 0xFF, 0}, lower[] = {7, 7, 7};
+    EXPECT_EQ(VEL_EILSEQ, error_of(utf, [&] { EXPECT_EQ(-1, vel_towcslower(utf, lower, wide)); }));
+    EXPECT_EQ((std::vector<vel_wchar>{'a', 7, 7}), std::vector<vel_wchar>(lower, lower + 3));
+    wide[1] = 0x141;
+    EXPECT_EQ(VEL_EILSEQ,
+              error_of(single, [&] { EXPECT_EQ(-1, vel_towcslower(single, lower, wide)); }));
+    EXPECT_EQ(2, vel_tombslower(single, out, "\xC0Z"));
+    EXPECT_STREQ("\xE0z", out);
+}
+
+TEST_F(ctype, buffers_grow_by_the_factor_rounded_up) {
+    utf->case_growth = 1.0;
+    EXPECT_EQ(10, vel_case_conv_outbuflen(utf, 10));
+    utf->case_growth = 1.5;
+    EXPECT_EQ(20, vel_case_conv_outbuflen(utf, 10));
+}
+
+TEST_F(ctype, trailing_blanks_are_cut) {
+    struct row {
+        vel_locale *locale;
+        std::string before;
+        std::ptrdiff_t cut; // -1 for none
+    };
+    for (vel_locale *locale : {utf, single}) {
+        for (const row &r : {row{locale, "ab  ", 2},
+                             {locale, "ab\t", -1},
+                             {locale, "a b", -1},
+                             {locale, " \t  ", 2},
+                             {locale, "  ", 0},
+                             {locale, "", -1}}) {
+            std::string text = r.before;
+            const char *cut = vel_mbsntstrunc(locale, text.data());
+            EXPECT_EQ(r.cut, cut ? cut - text.data() : -1);
+            EXPECT_STREQ(r.before.substr(0, static_cast<size_t>(r.cut)).c_str(), text.c_str());
+        }
+        vel_wchar wide[] = {'a', ' ', 'b', '\t', ' ', 0};
+        EXPECT_EQ(wide + 3, vel_wcsntstrunc(locale, wide));
+        EXPECT_EQ(3, vel_wcslen(wide));
+        EXPECT_EQ(nullptr, vel_wcsntstrunc(locale, wide));
+        vel_wchar none[] = {' ', 0xFFFF, 0};
+        EXPECT_EQ(VEL_EILSEQ, error_of(locale, [&] { vel_wcsntstrunc(locale, none); }));
+        EXPECT_EQ(VEL_EFAULT, error_of(locale, [&] { vel_mbsntstrunc(locale, nullptr); }));
+        EXPECT_EQ(VEL_EFAULT, error_of(locale, [&] { vel_wcsntstrunc(locale, nullptr); }));
+    }
+    std::string text = "a\xE3\x80\x80 ", bad = "a \xFF";
+    EXPECT_EQ(text.data() + 1, vel_mbsntstrunc(utf, text.data()));
+    EXPECT_EQ(VEL_EILSEQ,
+              error_of(utf, [&] { EXPECT_EQ(nullptr, vel_mbsntstrunc(utf, bad.data())); }));
+}
+
+TEST_F(ctype, a_single_byte_code_set_gets_flat_tables) {
+    EXPECT_TRUE(single->single_byte);
+    EXPECT_EQ(&vel_is_mbstowcs, single->decode);
+    EXPECT_EQ(&tuk_vel_is_mbfstowcfs, single->decode_counted);
+    for (vel_wchar byte = 0; byte < 256; ++byte) {
+        EXPECT_EQ(vel_im_towupper(single, byte), single->byte_upper[byte]);
+        EXPECT_EQ(vel_im_towlower(single, byte), single->byte_lower[byte]);
+        EXPECT_EQ(vel_im_iswctype(single, byte, 0xFFFF), single->byte_classes[byte]);
+    }
+    EXPECT_FALSE(utf->single_byte);
+    EXPECT_EQ(&vel_im_mbstowcs, utf->decode);
+    EXPECT_EQ(&tuk_vel_im_mbfstowcfs, utf->decode_counted);
+    EXPECT_EQ(nullptr, utf->byte_upper);
+}
+
+} // namespace

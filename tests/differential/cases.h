@@ -1,0 +1,107 @@
+// The locales that are held against the host's C library, and ours of each pair.
+#pragma once
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "vels.h"
+
+namespace differential {
+
+struct locale_case {
+    const char *source;
+    const char *charmap;
+
+    std::string name() const { return std::string(source) + " in " + charmap; }
+    friend void PrintTo(const locale_case &of, std::ostream *out) { *out << of.name(); }
+};
+
+// Every code set stands here at least once, all of them in the standard pack.
+inline constexpr locale_case all_cases[] = {
+    {"C", "UTF-8"},           {"de_DE", "UTF-8"},
+    {"tr_TR", "UTF-8"},       {"az_AZ", "UTF-8"},
+    {"lt_LT", "UTF-8"},       {"ja_JP", "UTF-8"},
+    {"zh_CN", "UTF-8"},       {"zh_TW", "UTF-8"},
+    {"ko_KR", "UTF-8"},       {"ru_RU", "UTF-8"},
+    {"fa_IR", "UTF-8"},       {"th_TH", "UTF-8"},
+    {"hi_IN", "UTF-8"},       {"en_US", "ANSI_X3.4-1968"},
+    {"de_DE", "ISO-8859-1"},  {"pl_PL", "ISO-8859-2"},
+    {"mt_MT", "ISO-8859-3"},  {"ru_RU", "ISO-8859-5"},
+    {"ar_EG", "ISO-8859-6"},  {"el_GR", "ISO-8859-7"},
+    {"he_IL", "ISO-8859-8"},  {"tr_TR", "ISO-8859-9"},
+    {"lg_UG", "ISO-8859-10"}, {"lt_LT", "ISO-8859-13"},
+    {"cy_GB", "ISO-8859-14"}, {"de_DE@euro", "ISO-8859-15"},
+    {"hu_HU", "CP1250"},      {"bg_BG", "CP1251"},
+    {"de_DE", "CP1252"},      {"yi_US", "CP1255"},
+    {"en_US", "IBM437"},      {"de_DE", "IBM850"},
+    {"ru_RU", "IBM866"},      {"ru_RU", "KOI8-R"},
+    {"uk_UA", "KOI8-U"},      {"tg_TJ", "KOI8-T"},
+    {"kk_KZ", "PT154"},       {"kk_KZ", "RK1048"},
+    {"th_TH", "TIS-620"},     {"hy_AM", "ARMSCII-8"},
+    {"ka_GE", "GEORGIAN-PS"}, {"en_US", "IBM037"},
+    {"de_DE", "IBM273"},      {"ja_JP", "EUC-JP"},
+    {"ja_JP", "SHIFT_JIS"},   {"ja_JP", "WINDOWS-31J"},
+    {"zh_CN", "GB2312"},      {"zh_CN", "GBK"},
+    {"zh_CN", "GB18030"},     {"zh_TW", "BIG5"},
+    {"zh_TW", "EUC-TW"},      {"zh_HK", "BIG5-HKSCS"},
+    {"ko_KR", "EUC-KR"},      {"ko_KR", "CP949"},
+};
+
+// The first locale of each code set.
+inline std::vector<locale_case> one_for_each_code_set() {
+    std::vector<locale_case> firsts;
+    for (const locale_case &one : all_cases) {
+        const auto same = [&](const locale_case &other) {
+            return std::string(other.charmap) == one.charmap;
+        };
+        if (std::ranges::none_of(firsts, same)) firsts.push_back(one);
+    }
+    return firsts;
+}
+
+// "de_DE@euro" in "ISO-8859-15": "de_de.iso-8859-15@euro".
+inline std::string specification(const locale_case &of) {
+    const std::string source = of.source;
+    const size_t at = source.find('@');
+    std::string text = source.substr(0, at) + "." + of.charmap;
+    if (at != source.npos) text += source.substr(at, 5);
+    std::ranges::transform(text, text.begin(), [](unsigned char c) { return std::tolower(c); });
+    return text;
+}
+
+struct unload {
+    void operator()(vel_locale *locale) const { vel_lc_unload(locale); }
+};
+using our_locale = std::unique_ptr<vel_locale, unload>;
+
+// Null when the pack does not hold it.
+inline our_locale open_ours(const locale_case &of) {
+    unsetenv("VEL_PATH");
+    setenv("CORVANEDIR", VELS_TEST_DATA_ROOT, 1);
+    vel_locale *locale;
+    const bool loaded = vel_lc_load(&locale, specification(of).c_str(), -1, nullptr) == 0;
+    our_locale owner(locale);
+    return loaded ? std::move(owner) : nullptr;
+}
+
+// Bytes in the order of the text, as a wide value packs them.
+inline uint32_t packed(const std::string &bytes) {
+    uint32_t value = 0;
+    for (unsigned char byte : bytes) value = value << 8 | byte;
+    return value;
+}
+
+inline std::string parameter_name(const testing::TestParamInfo<locale_case> &info) {
+    std::string name = std::string(info.param.source) + "_" + info.param.charmap;
+    std::ranges::replace_if(
+        name, [](unsigned char c) { return !std::isalnum(c); }, '_');
+    return name;
+}
+
+} // namespace differential

@@ -1,0 +1,188 @@
+// The host table, its defaults, and what stands directly on it.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <ctime>
+
+#include "ext/arena.h"
+#include "ext/error.h"
+#include "ext/host_table.h"
+#include "support/host.h"
+#include "support/scratch.h"
+
+using namespace vel_test;
+
+namespace {
+
+int calls;
+
+TEST(host_table, slots) {
+    int32_t cell = 0;
+    const auto hook = as_hook(+[](void *) -> int32_t { return ++calls, 5; });
+    for (int32_t slot : {0, 17}) {
+        EXPECT_EQ(vel_setextfunc(&cell, slot, hook), 0);
+        EXPECT_EQ(vel_getextfunc(&cell, slot), hook);
+        EXPECT_EQ(vel_setextfunc(&cell, slot, nullptr), 0);
+        EXPECT_EQ(vel_getextfunc(&cell, slot), nullptr);
+    }
+    EXPECT_EQ(cell, 0);
+    for (int32_t slot : {18, -1, INT32_MAX}) {
+        cell = 0;
+        EXPECT_EQ(vel_setextfunc(&cell, slot, hook), -1);
+        EXPECT_EQ(cell, VEL_EBADLEN);
+        cell = 0;
+        EXPECT_EQ(vel_getextfunc(&cell, slot), nullptr);
+        EXPECT_EQ(cell, VEL_EBADLEN);
+    }
+}
+
+TEST(host_table, a_hook_takes_the_place_of_its_default_until_it_is_reset) {
+    int32_t cell = 0;
+    EXPECT_TRUE(vel::hooks_are_default({VEL_HOOK_CURRTIME, VEL_HOOK_FEOF}));
+    vel_setextfunc(&cell, VEL_HOOK_CURRTIME, as_hook(+[](vel_time_record *time) -> int32_t {
+        time->hour = 99;
+        return 7;
+    }));
+    vel_time_record time{};
+    EXPECT_EQ(_vel_ext_currtime(&time), 7);
+    EXPECT_EQ(time.hour, 99);
+    EXPECT_FALSE(vel::hooks_are_default({VEL_HOOK_FEOF, VEL_HOOK_CURRTIME}));
+    EXPECT_TRUE(vel::hooks_are_default({VEL_HOOK_FEOF}));
+    vel_setextfunc(&cell, VEL_HOOK_CURRTIME, nullptr);
+    EXPECT_EQ(_vel_ext_currtime(&time), 0);
+    EXPECT_LT(time.hour, 24);
+}
+
+TEST(host_table, error_cells) {
+    int32_t cell = 0;
+    EXPECT_EQ(_vel_ext_errno(&cell), &cell) << "the context is its own cell";
+    static int32_t elsewhere;
+    vel_setextfunc(&cell, VEL_HOOK_ERRNO, as_hook(+[](void *) { return &elsewhere; }));
+    EXPECT_EQ(vel::fail(&cell, VEL_EIO), -1);
+    EXPECT_EQ(elsewhere, VEL_EIO);
+    EXPECT_EQ(cell, 0);
+    EXPECT_EQ(vel::get_error(&cell), VEL_EIO);
+    vel_setextfunc(&cell, VEL_HOOK_ERRNO, nullptr);
+    EXPECT_EQ(vel::fail_zero(&cell, VEL_EEOF), 0);
+    EXPECT_EQ(cell, VEL_EEOF);
+    EXPECT_EQ(vel::fail_null(&cell, VEL_E2BIG), nullptr);
+    EXPECT_EQ(cell, VEL_E2BIG);
+}
+
+TEST(host_table, files_and_environment) {
+    scratch_directory scratch;
+    scratch.write("a", "xy\nz");
+    EXPECT_EQ(vel_fopen(scratch.path().c_str(), "r"), nullptr) << "a directory";
+    EXPECT_EQ(vel_fopen((scratch.path() + "/none").c_str(), "r"), nullptr);
+    void *stream = vel_fopen((scratch.path() + "/a").c_str(), "r");
+    ASSERT_NE(stream, nullptr);
+    EXPECT_EQ(_vel_ext_fgetc(stream), 'x');
+    EXPECT_EQ(_vel_ext_ungetc('q', stream), 'q');
+    char line[8];
+    EXPECT_STREQ(_vel_ext_fgets(line, sizeof line, stream), "qy\n");
+    EXPECT_EQ(vel_ftell(stream), 3);
+    EXPECT_EQ(_vel_ext_getc(stream), 'z');
+    EXPECT_FALSE(vel_feof(stream));
+    EXPECT_EQ(_vel_ext_getc(stream), -1);
+    EXPECT_TRUE(vel_feof(stream));
+    EXPECT_FALSE(vel_ferror(stream));
+    EXPECT_EQ(vel_fseek(stream, -1, SEEK_END), 0);
+    EXPECT_EQ(_vel_ext_fgetc(stream), 'z');
+    EXPECT_EQ(vel_fclose(stream), 0);
+    EXPECT_EQ(_vel_ext_putenv("VELS_TEST_VARIABLE=a=b"), 0);
+    EXPECT_STREQ(_vel_ext_getenv("VELS_TEST_VARIABLE"), "a=b");
+    EXPECT_EQ(_vel_ext_putenv("VELS_TEST_VARIABLE="), 0);
+    EXPECT_EQ(_vel_ext_getenv("VELS_TEST_VARIABLE"), nullptr);
+    EXPECT_EQ(_vel_ext_putenv("VELS_TEST_VARIABLE"), -1);
+    EXPECT_EQ(_vel_ext_putenv("=x"), -1);
+}
+
+TEST(host_table, the_clock) {
+    time_t before = time(nullptr);
+    vel_time_record now{};
+    vel_date today{};
+    now.subsecond = now.reserved[1] = 5;
+    ASSERT_EQ(_vel_ext_currtime(&now), 0);
+    ASSERT_EQ(_vel_ext_currdate(&today), 0);
+    tm local = *localtime(&before);
+    if (local.tm_min != now.minute || today.day != now.day) GTEST_SKIP() << "a minute began";
+    EXPECT_EQ(now.hour, local.tm_hour);
+    EXPECT_EQ(now.weekday, local.tm_wday);
+    EXPECT_EQ(now.yearday, local.tm_yday);
+    EXPECT_EQ(now.subsecond | now.reserved[1], 0);
+    EXPECT_EQ(today.month, now.month + 1);
+    EXPECT_EQ(today.year, now.year + 1900);
+}
+
+TEST(host_table, versions_and_texts_of_errors) {
+    EXPECT_STREQ(vel_version(), "velslib-3.13.TC2");
+    EXPECT_STREQ(vel_cm_version(), "3");
+    EXPECT_STREQ(vel_lc_version(), "11");
+    EXPECT_STREQ(vel_cv_version(), "9");
+    std::set<std::string> texts;
+    const std::string unknown = vel_strerror(1000);
+    for (int32_t number : {1, 2, 3, 7, 8, 9, 11, 14, 45, 49, 50, 51, 55, 56, 57, 58}) {
+        EXPECT_NE(vel_strerror(number), unknown) << number;
+        texts.insert(vel_strerror(number));
+    }
+    EXPECT_EQ(texts.size(), 16u);
+    for (int32_t number : {-1, 10, 32, 59, INT_MIN, INT_MAX})
+        EXPECT_EQ(vel_strerror(number), unknown);
+}
+
+TEST(memory, allocation_through_the_hooks) {
+    test_host host;
+    EXPECT_EQ(vel::vel_alloc(0), nullptr);
+    vel_destroystring(nullptr);
+    host.fail_allocation(1);
+    EXPECT_EQ(vel::vel_alloc(1), nullptr);
+    EXPECT_TRUE(host.failed);
+    void *block = vel::vel_alloc(1);
+    EXPECT_EQ(host.blocks.count(block), 1u);
+    vel_destroystring(block);
+    EXPECT_EQ(host.blocks.size(), 0u);
+    EXPECT_EQ(vel::vel_alloc_array<uint64_t>(SIZE_MAX / 4), nullptr) << "does not wrap around";
+}
+
+TEST(memory, an_array_that_failed_stays_failed) {
+    test_host host;
+    {
+        vel::host_array<int> array;
+        for (int i = 0; i < 1000; ++i) EXPECT_TRUE(array.push(i));
+        EXPECT_EQ(array[999], 999);
+        host.fail_allocation(1);
+        EXPECT_EQ(array.extend(100000), nullptr);
+        host.fail_allocation(0);
+        EXPECT_TRUE(array.failed());
+        EXPECT_FALSE(array.reserve(5000));
+        EXPECT_EQ(array.size(), 1000u) << "what it held is still there";
+        vel_destroystring(array.release());
+        EXPECT_EQ(array.size(), 0u);
+        vel::stack_or_heap<int, 4> small(4), large(5);
+        EXPECT_EQ(host.blocks.size(), 1u);
+        EXPECT_TRUE(small && large);
+        host.fail_allocation(1);
+        vel::stack_or_heap<int, 4> none(5);
+        EXPECT_FALSE(none);
+    }
+    EXPECT_EQ(host.blocks.size(), 0u);
+}
+
+TEST(memory, an_arena_hands_out_zeroed_aligned_blocks) {
+    test_host host;
+    {
+        vel::arena blocks;
+        for (size_t size : {1u, 17u, 100u, 40000u, 3u}) {
+            auto *block = static_cast<unsigned char *>(blocks.take(size));
+            ASSERT_NE(block, nullptr);
+            EXPECT_EQ(reinterpret_cast<uintptr_t>(block) % alignof(std::max_align_t), 0u);
+            for (size_t i = 0; i < size; ++i) ASSERT_EQ(block[i], 0);
+            memset(block, 0xEE, size);
+        }
+        host.fail_allocation(1);
+        EXPECT_EQ(blocks.take(1 << 20), nullptr);
+    }
+    EXPECT_EQ(host.blocks.size(), 0u);
+}
+
+} // namespace

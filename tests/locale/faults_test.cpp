@@ -1,0 +1,189 @@
+// Files that are cut or damaged, and memory that runs out.
+#include <functional>
+#include <random>
+
+#include "locale/locale_fixture.h"
+#include "record/error_record.h"
+#include "support/make_object.h"
+
+using namespace vel_test;
+
+namespace {
+
+class faults : public locale_test {};
+
+std::vector<object_parts> both_objects() {
+    return {object_parts(), multibyte_parts()};
+}
+
+TEST_F(faults, a_file_cut_anywhere_fails_and_leaks_nothing) {
+    for (const object_parts &parts : both_objects()) {
+        std::string text = parts.text();
+        ASSERT_EQ(load_error(text), 0);
+        // Of the last string, "0\n", the newline is not missed.
+        for (size_t length = 0; length + 1 < text.size(); ++length) {
+            int32_t error = load_error(text.substr(0, length));
+            ASSERT_NE(error, 0) << "cut to " << length << " of " << text.size();
+        }
+    }
+}
+
+// A few bytes changed, taken out or put in. Nothing is expected but that it ends well.
+TEST_F(faults, damaged_files_do_no_harm) {
+    const uint32_t seed = 20240229;
+    std::mt19937 random(seed);
+    const char digits[] = "0123456789abcdef -\n";
+    int loaded = 0;
+    for (const object_parts &parts : both_objects()) {
+        const std::string good = parts.text();
+        for (int round = 0; round < 4000; ++round) {
+            std::string text = good;
+            for (size_t i = 0, changes = 1 + random() % 3; i < changes; ++i) {
+                size_t place = random() % text.size();
+                char c = random() % 4 ? digits[random() % (sizeof digits - 1)]
+                                      : static_cast<char>(random());
+                switch (random() % 3) {
+                case 0:
+                    text[place] = c;
+                    break;
+                case 1:
+                    text.insert(place, 1, c);
+                    break;
+                default:
+                    text.erase(place, 1 + random() % 8);
+                    break;
+                }
+            }
+            SCOPED_TRACE("seed " + std::to_string(seed) + ", round " + std::to_string(round));
+            loaded += load_error(text) == 0;
+        }
+    }
+    EXPECT_GT(loaded, 100) << "most damage should be to values, which load";
+}
+
+// What a record holds, without the addresses of it.
+std::string contents(const vel_locale *locale) {
+    std::string all = std::to_string(locale->case_growth) + locale->codeset_names[3];
+    const auto add_table = [&](const vel::sealed_table *table) {
+        all.append(reinterpret_cast<const char *>(table->cells()), table->cell_count * 4);
+    };
+    const auto add_list = [&](const vel::text_list &list) {
+        for (int32_t i = 0; i < list.count; ++i) all.append(list.items[i].bytes).append(",");
+    };
+    add_table(locale->ctype.characters);
+    add_table(locale->ctype.cases);
+    add_table(locale->collate.characters);
+    for (int32_t i = 0; i < locale->ctype.class_count; ++i) all += locale->ctype.classes[i].name;
+    for (int32_t i = 1; i <= locale->ctype.pair_count; ++i) {
+        all += std::to_string(locale->ctype.pairs[i].upper) + " ";
+    }
+    for (int32_t i = 0; i < locale->collate.pass_count; ++i) {
+        all.append(reinterpret_cast<const char *>(locale->collate.passes[i].weights),
+                   static_cast<size_t>(locale->collate.index_count) * 2);
+    }
+    add_list(locale->time.days);
+    add_list(locale->time.alt_digits);
+    all += locale->conventions.monetary.int_curr_symbol.bytes;
+    all += locale->conventions.messages.texts[2].bytes;
+    return all;
+}
+
+TEST_F(faults, hooked_streams_give_the_same_locale) {
+    std::mt19937 random(7);
+    for (const object_parts &parts : both_objects()) {
+        for (int round = 0; round < 60; ++round) {
+            std::string text = parts.text();
+            if (round > 0) text[random() % text.size()] ^= 1;
+            host.files["/d/x.lco"] = text;
+            vel_locale *blocks = nullptr, *hooked = nullptr;
+            vel_lc_load(&blocks, "x.lco", -1, "/d");
+            std::string expected = contents(blocks);
+            int32_t error = error_of(blocks);
+            vel_lc_unload(blocks);
+            host.hook_streams();
+            vel_lc_load(&hooked, "x.lco", -1, "/d");
+            EXPECT_EQ(error_of(hooked), error) << round;
+            EXPECT_EQ(contents(hooked), expected) << round;
+            vel_lc_unload(hooked);
+            for (int32_t slot : {VEL_HOOK_FGETC, VEL_HOOK_GETC, VEL_HOOK_UNGETC, VEL_HOOK_FGETS}) {
+                vel_setextfunc(&error, slot, nullptr);
+            }
+        }
+    }
+}
+
+// Runs the operation with its first, second, third ... allocation failing, until it gets through.
+// It returns the error number that it reported.
+void sweep(test_host &host, const char *name, const std::function<int32_t()> &operation) {
+    size_t before = host.blocks.size();
+    for (int number = 1;; ++number) {
+        ASSERT_LT(number, 5000) << name;
+        host.fail_allocation(number);
+        int32_t error = operation();
+        bool failed = host.failed;
+        host.fail_allocation(0);
+        ASSERT_EQ(host.blocks.size(), before) << name << ": leaked at allocation " << number;
+        if (!failed) {
+            EXPECT_EQ(error, 0) << name;
+            EXPECT_GT(number, 1) << name << " allocates nothing";
+            return;
+        }
+        EXPECT_EQ(error, VEL_ENOMEM) << name << ", allocation " << number;
+    }
+}
+
+TEST_F(faults, memory_that_runs_out) {
+    install("u.lco", multibyte_parts().text());
+    for (const char *file : {"default.lco", "u.lco"}) {
+        sweep(host, "load", [&] {
+            vel_locale *locale = nullptr;
+            vel_lc_load(&locale, file, -1, nullptr);
+            int32_t error = error_of(locale);
+            vel_lc_unload(locale);
+            return error;
+        });
+    }
+    sweep(host, "create", [] {
+        vel_locale *locale = nullptr;
+        vel_createlocale_4(&locale);
+        int32_t error = error_of(locale);
+        vel_lc_unload(locale);
+        return error;
+    });
+    sweep(host, "create in a directory", [] {
+        vel_locale *locale = nullptr;
+        vel_createlocale2_4(&locale, (std::string(600, '/') + "root/vels/lc11/").c_str());
+        int32_t error = error_of(locale);
+        vel_lc_unload(locale);
+        return error;
+    });
+    vel_locale *locale = nullptr;
+    ASSERT_EQ(vel_createlocale_4(&locale), 0);
+    sweep(host, "copy", [&] {
+        vel_locale *copy = nullptr;
+        vel_create_null_locale_4(&copy);
+        if (!vel::is_error_record(copy)) vel_copy_cat(copy, locale, VEL_ALL);
+        int32_t error = error_of(copy);
+        if (error != 0 && !vel::is_error_record(copy)) {
+            EXPECT_TRUE(copy->ctype.characters->empty()) << "unchanged";
+        }
+        vel_free_nonshared_loc(copy);
+        return error;
+    });
+    for (int32_t category : {VEL_ALL, VEL_CTYPE, VEL_TIME}) {
+        for (int number = 1;; ++number) {
+            locale->error = 0;
+            host.fail_allocation(number);
+            char *text = vel_setlocale_4(locale, category, "default.lco");
+            bool failed = host.failed;
+            host.fail_allocation(0);
+            EXPECT_EQ(text == nullptr, failed);
+            EXPECT_EQ(error_of(locale), failed ? VEL_ENOMEM : 0) << number;
+            vel_destroystring(text);
+            if (!failed) break;
+        }
+    }
+    vel_lc_unload(locale);
+}
+
+} // namespace

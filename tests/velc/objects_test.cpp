@@ -1,0 +1,313 @@
+// Compiled objects as the library and the tool itself read them back.
+#include <cstdlib>
+#include <cstring>
+
+#include <gtest/gtest.h>
+
+#include "record/record.h"
+#include "scratch.h"
+#include "velc/charmap_writer.h"
+#include "velc/check.h"
+#include "velc/cmo_file.h"
+#include "velc/dump.h"
+#include "velc/locale_writer.h"
+#include "velc/object_text.h"
+#include "velc/registry_source.h"
+#include "velc/tool_error.h"
+#include "vels/ctype.h"
+#include "vels/errors.h"
+#include "vels/locale.h"
+#include "vels/registry.h"
+
+namespace {
+
+using namespace velc;
+
+source_library &sources() {
+    static source_library library;
+    return library;
+}
+
+const codeset_table &codesets() {
+    static const codeset_table table(read_recipe({}));
+    return table;
+}
+
+std::string compiled(const char *source, const char *charmap) {
+    static locale_writer writer(sources(), codesets());
+    return writer.write(source, charmap, codesets().at(charmap).number()).text;
+}
+
+// A compiled locale in the library's hands, with the registry that goes with it.
+class loaded {
+public:
+    loaded(const scratch &at, const char *source, const char *charmap) {
+        vel_cache_registry(nullptr,
+                           at.put("registry", make_registry(codesets(), sources())).c_str());
+        const auto path = at.put("one.lco", compiled(source, charmap));
+        result_ = vel_lc_load(&locale_, "one.lco", -1, path.parent_path().c_str());
+    }
+    ~loaded() {
+        vel_lc_unload(locale_);
+        vel_free_registry_cache();
+    }
+    bool ok() const { return result_ == 0; }
+    vel_locale *operator->() const { return locale_; }
+    operator vel_locale *() const { return locale_; }
+    int mask(const char *name) const { return vel_ctype(locale_, name); }
+
+private:
+    vel_locale *locale_ = nullptr;
+    std::int32_t result_ = -1;
+};
+
+struct fact {
+    const char *charmap;
+    const char *locale;
+    vel_wchar lower, upper;   // a pair of letters
+    vel_wchar digit, control; // members of those classes
+    vel_wchar wide;           // of double width, 0 for none
+    vel_wchar none;           // no character at all
+    const char *monday;       // bytes of the weekday's name
+    int largest;              // bytes of the longest character
+};
+constexpr fact facts[] = {
+    {"UTF-8", "de_DE", 0xC3A4, 0xC384, '7', 0x1F, 0xE4B880, 0xFF, "Montag", 4},
+    {"EUC-JP", "ja_JP", 0xA3E1, 0xA3C1, '7', 0x1F, 0xA4A2, 0xFF, "\xB7\xEE\xCD\xCB\xC6\xFC", 3},
+    {"SHIFT_JIS", "ja_JP", 0x8281, 0x8260, '7', 0x1F, 0x82A0, 0xFF, "\x8C\x8E\x97\x6A\x93\xFA", 2},
+    {"GB18030", "zh_CN", 0xA8A8, 0x8130872F, '7', 0x1F, 0xB0A1, 0xFF, "\xD0\xC7\xC6\xDA\xD2\xBB",
+     4},
+    {"IBM273", "de_DE", 0x81, 0xC1, 0xF7, 0x05, 0, 0x100, "\xD4\x96\x95\xA3\x81\x87", 1},
+};
+
+TEST(compiled_locales, have_the_classes_case_and_texts_of_their_code_set) {
+    for (const fact &f : facts) {
+        SCOPED_TRACE(f.charmap);
+        const scratch at;
+        const loaded locale(at, f.locale, f.charmap);
+        ASSERT_TRUE(locale.ok()) << *reinterpret_cast<std::int32_t *>(locale.operator->());
+        EXPECT_TRUE(vel_im_iswctype(locale, f.lower, locale.mask("lower")));
+        EXPECT_TRUE(vel_im_iswctype(locale, f.lower, locale.mask("alpha")));
+        EXPECT_FALSE(vel_im_iswctype(locale, f.lower, locale.mask("upper")));
+        EXPECT_TRUE(vel_im_iswctype(locale, f.digit, locale.mask("digit")));
+        EXPECT_TRUE(vel_im_iswctype(locale, f.digit, locale.mask("xdigit")));
+        EXPECT_TRUE(vel_im_iswctype(locale, f.control, locale.mask("cntrl")));
+        EXPECT_FALSE(vel_im_iswctype(locale, f.none, 0xFFFF));
+        if (f.wide) {
+            EXPECT_TRUE(vel_im_iswctype(locale, f.wide, locale.mask("full_width")));
+        }
+        EXPECT_FALSE(vel_im_iswctype(locale, f.digit, locale.mask("full_width")));
+        if (std::strcmp(f.charmap, "GB18030") != 0) {
+            EXPECT_EQ(vel_im_towupper(locale, f.lower), f.upper);
+            EXPECT_EQ(vel_im_towlower(locale, f.upper), f.lower);
+        }
+        EXPECT_STREQ(locale->time.days.items[1].bytes, f.monday);
+        EXPECT_EQ(locale->ctype.characters->longest, f.largest);
+    }
+}
+
+TEST(compiled_locales, say_how_much_case_conversion_can_grow) {
+    const scratch at;
+    // U+0131 goes from two bytes to one, i to U+0130 from one byte to two.
+    EXPECT_EQ(vel_case_conv_outbuflen(loaded(at, "tr_TR", "UTF-8"), 10), 20);
+    EXPECT_EQ(vel_case_conv_outbuflen(loaded(at, "tr_TR", "ISO-8859-9"), 10), 10);
+    const loaded turkish(at, "tr_TR", "UTF-8");
+    EXPECT_EQ(vel_im_towupper(turkish, 'i'), 0xC4B0u);
+    EXPECT_EQ(vel_im_towlower(turkish, 'I'), 0xC4B1u);
+}
+
+TEST(compiled_locales, keep_conventions) {
+    const scratch at;
+    const loaded german(at, "de_DE", "ISO-8859-1");
+    const vel::conventions &c = german->conventions;
+    EXPECT_STREQ(c.numeric.decimal_point.bytes, ",");
+    EXPECT_STREQ(c.numeric.thousands_sep.bytes, ".");
+    EXPECT_EQ(c.numeric.grouping.count, 1);
+    EXPECT_STREQ(c.numeric.positive_sign.bytes, "+");
+    EXPECT_STREQ(c.monetary.currency_symbol.bytes, "EUR") << "the sign is not in the code set";
+    EXPECT_EQ(c.monetary.frac_digits, 2);
+    EXPECT_EQ(c.monetary.p_sign_posn, 1);
+    EXPECT_STREQ(c.messages.texts[vel::message_yesstr].bytes, "ja");
+    EXPECT_STREQ(german->time.d_t_fmt.bytes, "%a %d %b %Y %T") << "without its time zone";
+    EXPECT_STREQ(german->time.t_fmt_ampm.bytes, "%I:%M:%S %p");
+    EXPECT_EQ(german->time.calendar, vel::calendar_gregorian);
+    EXPECT_STREQ(german->codeset_names[0], "ISO-8859-1");
+}
+
+TEST(charmap_objects, name_every_character) {
+    const scratch at;
+    const auto rows_of = [&](const char *name) {
+        const std::uint16_t number = codesets().at(name).number();
+        const std::string text = write_charmap(*sources().charmap(name), name, number);
+        return read_cmo(at.put("one.cmo", text));
+    };
+    const auto last_named = [](const cmo_file &file, byte_sequence bytes) {
+        std::string name;
+        for (const cmo_row &row : file.rows)
+            if (!row.range && row.bytes == bytes) name = row.name;
+        return name;
+    };
+    const cmo_file latin = rows_of("ISO-8859-1");
+    EXPECT_EQ(last_named(latin, {0xE9, 1}), "U00E9");
+    EXPECT_EQ(last_named(latin, {'A', 1}), "A");
+    EXPECT_EQ(last_named(latin, {' ', 1}), "space");
+    EXPECT_EQ(latin.characters->longest, 1);
+
+    const cmo_file utf8 = rows_of("UTF-8");
+    EXPECT_EQ(last_named(utf8, {'A', 1}), "A");
+    std::uint32_t members = 0;
+    for (const cmo_row &row : utf8.rows) {
+        if (!row.range) continue;
+        EXPECT_EQ(row.name, "u0000000");
+        EXPECT_EQ(row.first_index, row.code);
+        EXPECT_TRUE(utf8_bytes(row.code) == row.bytes) << row.code;
+        EXPECT_TRUE(utf8_bytes(row.code + row.count - 1).value == row.bytes.value + row.count - 1);
+        members += row.count;
+    }
+    EXPECT_EQ(members, 1112064u);
+    EXPECT_EQ(rows_of("EUC-JP").characters->longest, 3);
+}
+
+TEST(registry, resolves_what_people_type) {
+    const scratch at;
+    const auto path = at.put("registry", make_registry(codesets(), sources()));
+    constexpr std::pair<const char *, int> cases[] = {
+        {"utf8", 57372},
+        {"UTF-8", 57372},
+        {"iso-8859-1", 819},
+        {"ISO8859-1", 819},
+        {"iso88591", 819},
+        {"latin1", 819},
+        {"iso8859-15", 923},
+        {"latin-9", 923},
+        {"windows-1252", 1252},
+        {"euc-jp", 5050},
+        {"eucjp", 5050},
+        {"ujis", 57351},
+        {"shift_jis", 57350},
+        {"sjis", 57350},
+        {"cp932", 932},
+        {"gb18030", 1392},
+        {"euckr", 970},
+        {"cp949", 57356},
+        {"koi8-r", 57382},
+        {"tis-620", 57373},
+        {"greek", 737},
+        {"ebcdic-us", 37},
+        {"ccsid28709", 29709},
+        {"819", 819},
+        {"no-such-code-set", VEL_CS_INVALID},
+    };
+    for (const bool cached : {false, true}) {
+        if (cached) vel_cache_registry(nullptr, path.c_str());
+        for (const auto &[name, number] : cases)
+            EXPECT_EQ(vel_cs_name2cs_num(nullptr, name, path.c_str()), number) << name;
+    }
+    for (const codeset &one : codesets().all()) {
+        const std::string name = codesets().header_name(one, one.number());
+        EXPECT_EQ(vel_cs_name2cs_num(nullptr, name.c_str(), nullptr), one.number()) << name;
+    }
+    vel_free_registry_cache();
+}
+
+// A fault in an object, and the word that the complaint has to have in it.
+struct fault {
+    const char *name;
+    const char *find, *replace;
+    const char *complaint;
+};
+constexpr fault faults[] = {
+    {"type", "locale_object", "locale_objekt", "FILE_TYPE"},
+    {"version", "VERSION=11", "VERSION=12", "COMPILER_VERSION"},
+    {"header length", "LENGTH=9", "LENGTH=8", "code set"},
+    {"code set", "\nISO-8859-1\n###", "\nISO-8859-99\n###", "registry"},
+    {"number", "CODESET_NUMBER=819", "CODESET_NUMBER=820", "819"},
+    {"state entry", "0000110004", "0000110003", "table"},
+    {"class number", "0 full_width", "9 full_width", "full_width"},
+    {"case index", "0018001900", "0018ff1900", "index"},
+    {"case pair", "0000004100000061", "0000014100000061", "141"},
+    {"marker", "### LC_TIME", "### LC_TIMES", "LC_TIME"},
+    {"text length", "7 536f6e6e746167", "9 536f6e6e746167", "LC_TIME"},
+    {"text digits", "7 536f6e6e746167", "7 536f6e6e7461xx", "hexadecimal"},
+    {"grouping", "\n1 3\n", "\n2 3 0\n", "grouping"},
+    {"calendar", "gregorian", "martian", "calendar"},
+    {"tail", "### LC_MESSAGES", "### LC_MESSAGES\n1 41", "end of the file"},
+};
+
+TEST(check, finds_faults) {
+    const scratch at;
+    const name_resolver resolve = [](std::string_view name) {
+        return codesets().names().find(name);
+    };
+    const std::string good = compiled("de_DE", "ISO-8859-1");
+    EXPECT_NO_THROW(check_lco(at.put("good.lco", good), resolve));
+    EXPECT_NO_THROW(check_hash(at / "good.lco"));
+    for (const fault &f : faults) {
+        SCOPED_TRACE(f.name);
+        std::string bad = good;
+        const std::size_t place = bad.find(f.find);
+        ASSERT_NE(place, bad.npos);
+        bad.replace(place, std::strlen(f.find), f.replace);
+        const auto path = at.put("bad.lco", bad);
+        try {
+            check_lco(path, resolve);
+            ADD_FAILURE() << "not found";
+        } catch (const tool_error &error) {
+            EXPECT_NE(std::strstr(error.what(), f.complaint), nullptr) << error.what();
+            EXPECT_NE(std::strstr(error.what(), "bad.lco"), nullptr) << error.what();
+        }
+    }
+    std::string changed = good;
+    changed[changed.size() - 3] ^= 1;
+    EXPECT_THROW(check_hash(at.put("changed.lco", changed)), tool_error);
+    for (std::size_t cut = 10; cut < good.size(); cut += 97)
+        EXPECT_THROW(check_lco(at.put("cut.lco", good.substr(0, cut)), resolve), tool_error) << cut;
+}
+
+TEST(check, knows_registries) {
+    const scratch at;
+    EXPECT_NO_THROW(check_registry(at.put("registry", "# one\nutf8  57372 # ours\n")));
+    for (const char *bad : {"utf8 57372", "utf8\n", "utf8 x\n", "UTF8 57372\n", "utf8 57344\n",
+                            "a-name-of-twenty-two-c 1\n", "# nothing\n"})
+        EXPECT_THROW(check_registry(at.put("registry", bad)), tool_error) << bad;
+}
+
+TEST(dump, tells_what_is_in_an_object) {
+    const scratch at;
+    const lco_file file = read_lco(at.put("one.lco", compiled("ja_JP", "EUC-JP")));
+    const text_decoder decoder(file.codeset, codesets(), std::string(default_source_root));
+    const std::string text = dump_lco(file, decoder, true);
+    for (const char *expected :
+         {"SOURCE=ja_JP", "CODESET=EUC-JP", "currency_symbol      \"￥\"", "\"月曜日\"",
+          "jhira                88 characters", "grouping             3",
+          "era_t_fmt            \"\"",
+          "a4 a2        U+3042 あ      alpha graph print full_width jhira\n",
+          "61           U+0061 a       lower alpha graph print xdigit [41 61]\n"})
+        EXPECT_NE(text.find(expected), text.npos) << expected;
+
+    const text_decoder blind(file.codeset, codesets(), "/nowhere");
+    EXPECT_EQ(blind.decode("a\xA4\xA2\\"), "a\\xa4\\xa2\\\\");
+}
+
+TEST(conversion_objects, are_read_and_checked) {
+    const scratch at;
+    const object_header header{"codeset_conversion_object", 9, {}};
+    // Two characters: 41 becomes C3 84, 42 is illegal; everything else is the substitute.
+    const std::string text =
+        with_header(header, "0 0\n0000\n1 2 0 0 1 1 0\n2.0\n1 1 1 313f\n1 1\n0000110004\n0000000\n"
+                            "4100200112c38400\n0000000\n");
+    const auto path = at.put("one.cvo", text);
+    const cvo_file file = read_cvo(path);
+    EXPECT_EQ(file.target_max, 2);
+    EXPECT_EQ(file.expansion, 2.0);
+    const std::string dumped = dump_cvo(file, true);
+    EXPECT_NE(dumped.find("41           12 c3 84\n"), dumped.npos) << dumped;
+    EXPECT_NE(dumped.find("42           00 illegal\n"), dumped.npos) << dumped;
+    EXPECT_NE(dumped.find("43           31 3f substitute\n"), dumped.npos) << dumped;
+    EXPECT_NO_THROW(check_cvo(path));
+    std::string bad = text;
+    bad.replace(bad.find("\n1 2 0"), 4, "\n1 9");
+    EXPECT_THROW(check_cvo(at.put("bad.cvo", bad)), tool_error);
+}
+
+} // namespace

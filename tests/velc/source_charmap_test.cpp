@@ -1,0 +1,227 @@
+// Charmap sources, and the substitutions for what a code set lacks.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+#include "velc/source/locale_source.h"
+#include "velc/source/source_library.h"
+
+namespace velc {
+namespace {
+
+source_library &library() {
+    static source_library one;
+    return one;
+}
+
+std::string error_of(std::string_view text) {
+    try {
+        parse_charmap("bad", text);
+    } catch (const source_error &error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+std::size_t columns(const charmap &in, int width) {
+    std::size_t n = 0;
+    for (const width_run &run : in.widths())
+        if (run.width == width) n += run.range.last - run.range.first + 1;
+    return n;
+}
+
+TEST(Charmap, FactsOfTheLargeSets) {
+    struct {
+        const char *name;
+        int longest;
+        std::size_t entries, written, width0, width2;
+    } const rows[] = {
+        {"UTF-8", 4, 282230, 282230, 2344, 117262}, {"GB18030", 4, 245017, 245017, 1210, 88234},
+        {"EUC-TW", 4, 61437, 55569, 0, 55441},      {"EUC-JP", 3, 13167, 13167, 0, 12946},
+        {"WINDOWS-31J", 2, 9795, 9397, 0, 9206},    {"BIG5-HKSCS", 2, 18588, 18580, 0, 18233},
+        {"ISO-8859-1", 1, 256, 256, 0, 0},
+    };
+    for (const auto &row : rows) {
+        const auto c = library().charmap(row.name);
+        EXPECT_EQ(c->min_length(), 1) << row.name;
+        EXPECT_EQ(c->max_length(), row.longest) << row.name;
+        EXPECT_EQ(c->by_bytes().size(), row.entries) << row.name;
+        EXPECT_EQ(c->by_code().size(), row.written) << row.name;
+        EXPECT_EQ(columns(*c, 0), row.width0) << row.name;
+        EXPECT_EQ(columns(*c, 2), row.width2) << row.name;
+    }
+}
+
+TEST(Charmap, LookUpBothWays) {
+    for (const char *name : {"UTF-8", "GB18030", "EUC-TW", "IBM037"}) {
+        const auto c = library().charmap(name);
+        for (const charmap_entry &e : c->by_bytes()) {
+            ASSERT_EQ(c->decode(e.bytes), e.code) << name;
+            if (!e.reversible) continue;
+            ASSERT_EQ(c->encode(e.code), e.bytes) << name;
+        }
+    }
+    const auto utf8 = library().charmap("UTF-8"), latin = library().charmap("ISO-8859-1");
+    EXPECT_TRUE(utf8->every_scalar_value());
+    // A range of the file runs on behind F0 AB A0 BF; the bytes must not.
+    EXPECT_EQ(utf8->encode(0x2B840), (byte_sequence{0xF0ABA180, 4}));
+    EXPECT_EQ(utf8->encode(0x0378), (byte_sequence{0xCDB8, 2})); // not listed
+    EXPECT_EQ(utf8->find(char32_t{0x0378}), nullptr);
+    EXPECT_FALSE(utf8->has(0xD800));
+    EXPECT_FALSE(utf8->decode({0xEDA080, 3}));
+    EXPECT_FALSE(utf8->decode({0xC080, 2}));
+    EXPECT_FALSE(latin->has(0x20AC));
+    EXPECT_EQ(latin->encode_text(U"Ä1"), "\xC4"
+                                         "1");
+    EXPECT_EQ(latin->encode_text(U"€"), std::nullopt);
+    EXPECT_EQ(library().charmap("IBM037")->encode('A'), (byte_sequence{0xC1, 1}));
+}
+
+TEST(Charmap, OneWayMappings) {
+    const auto big5 = library().charmap("BIG5");
+    EXPECT_EQ(big5->decode({0xA2CC, 2}), 0x5341);
+    EXPECT_EQ(big5->encode(0x5341), (byte_sequence{0xA451, 2}));
+    EXPECT_EQ(std::ranges::count(big5->by_bytes(), false, &charmap_entry::reversible), 10);
+    // Two reversible lines for one character: the first is written.
+    const auto armenian = library().charmap("ARMSCII-8");
+    for (std::uint32_t i : armenian->by_code()) EXPECT_TRUE(armenian->by_bytes()[i].reversible);
+    EXPECT_LT(armenian->by_code().size(), armenian->by_bytes().size());
+}
+
+TEST(Charmap, SetsWithCharactersInsideCharacters) {
+    std::set<std::string> pruned;
+    for (const std::string &name : library().charmap_names()) {
+        std::shared_ptr<const charmap> c;
+        try {
+            c = library().charmap(name);
+        } catch (const source_error &) {
+            continue;
+        }
+        const auto all = c->by_bytes();
+        for (std::size_t i = 1; i < all.size(); ++i)
+            ASSERT_FALSE(all[i].bytes.text().starts_with(all[i - 1].bytes.text())) << name;
+        for (const warning &w : c->warnings())
+            if (w.kind == warning_kind::prefix_dropped) pruned.insert(name);
+    }
+    EXPECT_EQ(pruned, (std::set<std::string>{"ANSI_X3.110-1983", "ISO-IR-90", "ISO_6937",
+                                             "ISO_6937-2-ADD", "T.101-G2", "T.61-8BIT",
+                                             "TCVN5712-1", "TSCII", "VIDEOTEX-SUPPL"}));
+}
+
+TEST(Charmap, SourcesWithSlips) {
+    EXPECT_EQ(library().charmap("EBCDIC-PT")->name(), "EBCDIC-PT");            // no head at all
+    EXPECT_EQ(library().charmap("MAC-CENTRALEUROPE")->by_code().size(), 256u); // no CHARMAP line
+    EXPECT_EQ(library().charmap("MAC-CENTRALEUROPE")->aliases().front().name, "CP1282");
+    EXPECT_EQ(library().charmap("ISO-8859-1")->aliases().size(), 7u);
+    // Mnemonic names whose lines also give the code point.
+    const auto kana = library().charmap("JIS_C6220-1969-JP");
+    EXPECT_EQ(kana->decode({0x31, 1}), 0x30A2);
+    EXPECT_EQ(kana->names().front().name, "NU");
+    EXPECT_EQ(library().charmap("TSCII")->sequences().size(), 63u);
+}
+
+TEST(Charmap, Forms) {
+    const charmap c = parse_charmap("small", "<code_set_name> SMALL\nCHARMAP\n"
+                                             "<U0041> \\x41 hexadecimal\n<U0042> \\d066 decimal\n"
+                                             "<U0043> \\103 octal\n"
+                                             "<U3041>..<U3043> \\x82\\xff carries\n"
+                                             "%IRREVERSIBLE%<U0041> \\x61\nEND CHARMAP\n"
+                                             "WIDTH_DEFAULT 3\n"
+                                             "WIDTH\n<U3041>...<U3042> 2\nEND WIDTH\n");
+    EXPECT_EQ(c.encode_text(U"ABC"), "ABC");
+    EXPECT_EQ(c.encode(0x3042), (byte_sequence{0x8300, 2}));
+    EXPECT_EQ(c.decode({0x61, 1}), U'A');
+    EXPECT_EQ(c.width(0x3042), 2);
+    EXPECT_EQ(c.width(0x3043), 3);
+    struct {
+        std::string_view text, message;
+    } const cases[] = {
+        {"CHARMAP\n<U0041> x41\n", "bad:2: found 'x41', expected the bytes"},
+        {"CHARMAP\n<U0041> \\x4\n", "bad:2: found '\\x4', expected a byte"},
+        {"CHARMAP\n<U0041> \\d300\n", "bad:2: found '\\d300', expected a byte"},
+        {"CHARMAP\n<U0041> \\x41\\x41\\x41\\x41\\x41\n", "bad:2: found"},
+        {"CHARMAP\n<U0041>..<U0040> \\x41\n", "bad:2: found '<U0040>', expected a character"},
+        {"CHARMAP\n<U0041>..<U0043> \\xfe\n", "bad:2: found '<U0043>', expected a range that"},
+        {"CHARMAP\n<space> \\x20\n", "bad:2: found '<space>', expected a character given as <Ux"},
+        {"CHARMAP\n<UD800> \\x20\n", "bad:2: found '<UD800>', expected <Uxxxx> up to"},
+        {"charmap\n", "bad:1: found 'charmap', expected CHARMAP"},
+        {"CHARMAP\nEND CHARMAP\n", "bad:2: found no character"},
+        {"", "bad: found no character"},
+    };
+    for (const auto &row : cases)
+        EXPECT_TRUE(error_of(row.text).starts_with(row.message)) << error_of(row.text);
+    EXPECT_THROW(library().charmap("no-such-set"), source_error);
+}
+
+// Expected texts are those that the host's own compiler writes for the same sources.
+TEST(Translit, FitsTextsIntoCodeSets) {
+    struct {
+        const char *locale, *charmap;
+        std::u32string_view text;
+        std::u32string_view fitted;
+    } const rows[] = {
+        {"fr_FR", "ISO-8859-1", U"1\u202F234", U"1\u00A0234"},
+        {"fr_FR", "ANSI_X3.4-1968", U"\u202F", U" "},
+        {"de_DE", "ISO-8859-1", U"10 €", U"10 EUR"},
+        {"de_DE@euro", "ISO-8859-15", U"10 €", U"10 €"},
+        {"de_DE", "ANSI_X3.4-1968", U"Märzß", U"Maerzss"},
+        {"en_US", "ANSI_X3.4-1968", U"März", U"Marz"},
+        {"fr_CA", "ISO-8859-1", U"l\u2019\u0153uf", U"l'oeuf"},
+        {"uk_UA", "ANSI_X3.4-1968", U"Україна", U"Ukrayina"},
+        {"ja_JP", "EUC-JP", U"\u4E48", U"\u5E7A"},
+    };
+    for (const auto &row : rows) {
+        const auto table = library().translit(row.locale);
+        const auto fitted = table->fit(row.text, *library().charmap(row.charmap));
+        ASSERT_TRUE(fitted) << row.locale << to_utf8(row.text);
+        EXPECT_EQ(to_utf8(*fitted), to_utf8(row.fitted)) << row.locale << row.charmap;
+    }
+}
+
+TEST(Translit, LastResorts) {
+    const auto ascii = library().charmap("ANSI_X3.4-1968");
+    EXPECT_EQ(library().translit("de_DE")->substitute(0xE123, *ascii), U"?"); // default_missing
+    EXPECT_EQ(library().translit("POSIX")->substitute(0xE123, *ascii), std::nullopt);
+    EXPECT_EQ(library().translit("POSIX")->fit(U"a\uE123", *ascii), std::nullopt);
+    const text_list micro = library().translit("de_DE")->candidates(0xB5);
+    ASSERT_FALSE(micro.empty());
+    EXPECT_EQ(micro.front(), U"\u03BC");
+    EXPECT_EQ(library().translit("de_DE")->substitute(0xB5, *ascii), U"u");
+}
+
+TEST(Translit, LastRuleOfACharacterCounts) {
+    symbol_table symbols;
+    const locale_source source =
+        parse_locale_source("x", "x",
+                            "LC_CTYPE\ntranslit_start\n<U00E4> \"a\"\n<U00E4><U00F6> <U0061>\n"
+                            "<U00E4> <U0061><U0065>;\"e\"\ntranslit_end\nEND LC_CTYPE\n",
+                            symbols);
+    const auto &rules = source.ctype.own->translit.rules;
+    ASSERT_EQ(rules.size(), 2u);
+    EXPECT_EQ(rules[0].from, U"\u00E4");
+    EXPECT_EQ(rules[0].to, (text_list{U"ae", U"e"}));
+    EXPECT_EQ(rules[1].from, U"\u00E4\u00F6");
+}
+
+// Every text of every legacy locale has a form in its code set.
+TEST(Translit, AllSupportedPairsFit) {
+    for (const supported_locale &one : library().supported()) {
+        const auto locale = library().locale(one.source);
+        const auto set = library().charmap(one.charmap);
+        const auto table = library().translit(one.source);
+        text_list texts = locale->time->mon;
+        texts.insert(texts.end(), {locale->monetary->currency_symbol, locale->time->d_t_fmt,
+                                   locale->monetary->mon_thousands_sep, locale->time->am_pm[0],
+                                   locale->numeric->thousands_sep, locale->messages->yesexpr});
+        for (const std::u32string &text : texts) {
+            const auto fitted = table->fit(text, *set);
+            ASSERT_TRUE(fitted) << one.name;
+            EXPECT_EQ(fitted->find(U'?'), text.find(U'?')) << one.name << to_utf8(text);
+        }
+    }
+}
+
+} // namespace
+} // namespace velc
