@@ -1,0 +1,169 @@
+#include "library.h"
+#include "scratch.h"
+#include "walk.h"
+
+#include <map>
+#include <stdexcept>
+
+#include "vels/ctype.h"
+#include "vels/locale.h"
+#include "vels/multibyte.h"
+#include "vels/registry.h"
+
+namespace bench {
+namespace {
+
+std::string specification(const std::string &posix_name, code_set set) {
+    constexpr const char *names[] = {"utf-8", "euc-jp", "shift_jis"};
+    return posix_name + "." + names[static_cast<int>(set)];
+}
+
+vel_locale *load(const std::string &specification) {
+    vel_locale *locale = nullptr;
+    if (vel_lc_load(&locale, specification.c_str(), -1, nullptr) == 0) return locale;
+    int number = *reinterpret_cast<const int32_t *>(locale);
+    vel_lc_unload(locale);
+    throw std::runtime_error("vel_lc_load of " + specification + ": error " +
+                             std::to_string(number));
+}
+
+// Kept for the rest of the run.
+vel_locale *locale_for(const sample &in) {
+    constexpr const char *names[] = {"en_us", "de_de", "ru_ru", "ja_jp", "en_us"};
+    static std::map<std::string, vel_locale *> loaded;
+    std::string name = specification(names[static_cast<int>(in.spoken)], in.set);
+    vel_locale *&locale = loaded[name];
+    if (!locale) locale = load(name);
+    return locale;
+}
+
+std::shared_ptr<std::vector<vel_wchar>> wide_form(const sample &in) {
+    auto values = std::make_shared<std::vector<vel_wchar>>();
+    for (const std::string &character : in.characters) values->push_back(packed(character));
+    return values;
+}
+
+std::shared_ptr<std::vector<vel_wchar>> terminated_wide_form(const sample &in) {
+    auto values = wide_form(in);
+    values->push_back(0);
+    return values;
+}
+
+std::string separated(const vel_wchar *values, int64_t count, code_set set) {
+    std::string out;
+    for (int64_t i = 0; i < count; ++i) {
+        append_packed(out, values[i]);
+        out += separator;
+    }
+    return to_utf8(out, set);
+}
+
+call decode(const sample_ptr &in) {
+    vel_locale *locale = locale_for(*in);
+    auto *out = scratch_for<vel_wchar>();
+    auto room = static_cast<int32_t>(in->characters.size() + 1);
+    return {[=] { return vel_im_mbstowcs(locale, out, in->text.c_str(), room); },
+            [=](int64_t count) { return separated(out, count, in->set); }};
+}
+
+call encode(const sample_ptr &in) {
+    vel_locale *locale = locale_for(*in);
+    auto *out = scratch_for<char>();
+    auto values = terminated_wide_form(*in);
+    auto room = static_cast<int32_t>(in->text.size() + 1);
+    return {[=] { return vel_full_wcstombs(locale, out, values->data(), room); },
+            [=](int64_t count) { return bytes_written(out, count); }};
+}
+
+call count(const sample_ptr &in) {
+    vel_locale *locale = locale_for(*in);
+    return {[=] { return vel_im_mbslen(locale, in->text.c_str()); },
+            [](int64_t counted) { return std::to_string(counted); }};
+}
+
+call length(const sample_ptr &in) {
+    vel_locale *locale = locale_for(*in);
+    return walking_lengths(in, [=](const char *at, size_t left) {
+        return vel_full_mblen(locale, at, static_cast<int32_t>(left));
+    });
+}
+
+call value(const sample_ptr &in) {
+    vel_locale *locale = locale_for(*in);
+    auto step = [=](const char *at, size_t left, vel_wchar &value) {
+        return vel_full_mbtowc(locale, &value, at, static_cast<int32_t>(left));
+    };
+    return walking_values<vel_wchar>(in, in->set, step, append_packed);
+}
+
+call next(const sample_ptr &in) {
+    vel_locale *locale = locale_for(*in);
+    return walking_lengths(
+        in, [=](const char *at, size_t) { return vel_full_mbsnext(locale, at) - at; });
+}
+
+call alpha(const sample_ptr &in) {
+    vel_locale *locale = locale_for(*in);
+    return testing(wide_form(*in), [=](vel_wchar value, size_t) {
+        return vel_im_iswctype(locale, value, VEL_CLASS_ALPHA) != 0;
+    });
+}
+
+call five_classes(const sample_ptr &in) {
+    vel_locale *locale = locale_for(*in);
+    static constexpr int32_t masks[class_count] = {
+        VEL_CLASS_ALPHA, VEL_CLASS_UPPER, VEL_CLASS_DIGIT, VEL_CLASS_SPACE, VEL_CLASS_PUNCT};
+    return testing(wide_form(*in), [=](vel_wchar value, size_t i) {
+        return vel_im_iswctype(locale, value, masks[i % class_count]) != 0;
+    });
+}
+
+call upper_text(const sample_ptr &in) {
+    vel_locale *locale = locale_for(*in);
+    auto *out = scratch_for<char>();
+    return {[=] { return vel_tombsupper(locale, out, in->text.c_str()); },
+            [=](int64_t count) { return bytes_written(out, count); }};
+}
+
+call upper_wide(const sample_ptr &in) {
+    vel_locale *locale = locale_for(*in);
+    auto *out = scratch_for<vel_wchar>();
+    auto values = terminated_wide_form(*in);
+    auto size = static_cast<int64_t>(in->characters.size());
+    return {[=] { return vel_towcsupper(locale, out, values->data()) == 0 ? size : -1; },
+            [=](int64_t count) { return separated(out, count, in->set); }};
+}
+
+void *open(const std::string &name) {
+    return load(specification(name, code_set::utf8));
+}
+
+void prepare_to_open() {
+    int32_t error = 0;
+    if (!vel_cache_registry(&error, nullptr)) throw std::runtime_error("no code-set registry");
+}
+
+void close(void *locale) {
+    vel_lc_unload(static_cast<vel_locale *>(locale));
+}
+
+} // namespace
+
+library ours() {
+    return {.name = "vels",
+            .decode = decode,
+            .encode = encode,
+            .count = count,
+            .length = length,
+            .value = value,
+            .next = next,
+            .alpha = alpha,
+            .five_classes = five_classes,
+            .upper_text = upper_text,
+            .upper_wide = upper_wide,
+            .prepare_to_open = prepare_to_open,
+            .open = open,
+            .close = close};
+}
+
+} // namespace bench
