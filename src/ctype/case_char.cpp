@@ -20,19 +20,16 @@ namespace {
 
 template <letter_case to>
 [[gnu::noinline]] vel_wchar map_slowly(vel_locale *locale, vel_wchar value) {
-    uint32_t cell = cases_of(locale).find_code(value);
+    uint32_t cell = cases_of(locale).find_by_walking(value);
     if (!is_end(cell)) return no_character(locale, value);
     vel_wchar mapped = case_of<to>(locale, cell_value(cell));
     return mapped ? mapped : value;
 }
 
 template <letter_case to> inline vel_wchar map_value(vel_locale *locale, vel_wchar value) {
-    const sealed_table &cases = cases_of(locale);
-    if (!is_found_quickly(cases, value)) [[unlikely]]
-        return map_slowly<to>(locale, value);
-    uint32_t cell = cases.find_code(value);
+    uint32_t cell = cases_of(locale).find_quickly(value);
     if (!is_end(cell)) [[unlikely]]
-        return no_character(locale, value);
+        return map_slowly<to>(locale, value);
     vel_wchar mapped = case_of<to>(locale, cell_value(cell));
     return mapped ? mapped : value;
 }

@@ -25,18 +25,17 @@ constexpr uint32_t first_own_class = 2048;
     return fail_zero(locale, number);
 }
 
+// The rare rest: characters of four bytes, unusual code sets, and no character at all. Out of line,
+// so that the common case needs no stack frame.
 [[gnu::noinline]] int32_t test_slowly(vel_locale *locale, vel_wchar value, int32_t mask) {
-    uint32_t cell = characters_of(locale).find_code(value);
+    uint32_t cell = characters_of(locale).find_by_walking(value);
     return is_end(cell) ? class_bits(cell, mask) : no_character(locale, VEL_EILSEQ);
 }
 
 inline int32_t test_value(vel_locale *locale, vel_wchar value, int32_t mask) {
-    const sealed_table &table = characters_of(locale);
-    if (!is_found_quickly(table, value)) [[unlikely]]
-        return test_slowly(locale, value, mask);
-    uint32_t cell = table.find_code(value);
+    uint32_t cell = characters_of(locale).find_quickly(value);
     if (!is_end(cell)) [[unlikely]]
-        return no_character(locale, VEL_EILSEQ);
+        return test_slowly(locale, value, mask);
     return class_bits(cell, mask);
 }
 

@@ -21,13 +21,6 @@ inline int32_t class_bits(uint32_t cell, int32_t mask) {
     return cell_value(cell) & mask;
 }
 
-// Whether a value is looked up by a few loads without a call: in all but unusual code sets and for
-// all but characters of four bytes. Callers send the others out of line, which leaves them without
-// a stack frame.
-inline bool is_found_quickly(const sealed_table &table, vel_wchar value) {
-    return table.shortest == 1 && value <= 0xFFFFFF;
-}
-
 // A mapped character that was written: its bytes, or what the encoding gives for a failure.
 int32_t put_mapped(vel_locale *locale, vel_wchar value, unsigned char *out);
 

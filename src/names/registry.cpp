@@ -10,11 +10,39 @@
 namespace vel {
 namespace {
 
-// At most one of the two is set. With neither, look-ups read the file.
+// An entry of the cache. Entries whose names hash alike form a chain, in the order of the file.
+struct cached_entry : vel_registry_entry {
+    cached_entry *next_alike;
+};
+
+constexpr size_t chain_count = 256;
+
+// At most one of cache and fallback is set. With neither, look-ups read the file.
 struct {
     vel_registry_entry *cache;
     const builtin_codeset *fallback; // after a failed attempt to cache
+    cached_entry *chains[chain_count];
 } registry;
+
+size_t chain_of(const char *name) {
+    uint32_t hash = 2166136261u;
+    for (; *name; ++name) hash = (hash ^ static_cast<unsigned char>(*name)) * 16777619u;
+    return (hash ^ hash >> 16) % chain_count;
+}
+
+void make_chains() {
+    cached_entry **ends[chain_count];
+    for (size_t i = 0; i < chain_count; ++i) {
+        registry.chains[i] = nullptr;
+        ends[i] = &registry.chains[i];
+    }
+    for (vel_registry_entry *entry = registry.cache; entry; entry = entry->next) {
+        auto *added = static_cast<cached_entry *>(entry);
+        size_t chain = chain_of(entry->name);
+        *ends[chain] = added;
+        ends[chain] = &added->next_alike;
+    }
+}
 
 // Why the file could not be opened does not matter to callers, so no number is asked for.
 void *open_registry(const char *path) {
@@ -31,7 +59,7 @@ public:
     ~entry_list() { vel_free_registry_list(head_); }
 
     vel_registry_entry *add(const codeset_name &name) {
-        host_ptr<vel_registry_entry> entry = make_host<vel_registry_entry>();
+        host_ptr<cached_entry> entry = make_host<cached_entry>();
         host_ptr<char> copy = make_host_array<char>(entry ? sizeof name : 0);
         if (!copy) return nullptr;
         memcpy(copy.get(), name, strlen(name) + 1);
@@ -54,7 +82,8 @@ const vel_registry_entry *fall_back(void *context, int32_t number) {
 }
 
 uint16_t find_in_cache(const char *name) {
-    for (const vel_registry_entry *entry = registry.cache; entry; entry = entry->next) {
+    const cached_entry *entry = registry.chains[chain_of(name)];
+    for (; entry; entry = entry->next_alike) {
         if (strcmp(entry->name, name) == 0) return entry->number;
     }
     return VEL_CS_INVALID;
@@ -133,6 +162,7 @@ const vel_registry_entry *vel_cache_registry(void *context, const char *path) {
         if (!vel_skip_registry_line(file)) break;
     }
     registry.cache = list.release();
+    make_chains();
     return registry.cache;
 }
 

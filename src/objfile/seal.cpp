@@ -4,6 +4,7 @@
 // value page, so of the 17 000 last-byte nodes of a UTF-8 table only the few hundred different ones
 // are ever spelled out; every other row is compared by content. The shape of the code set falls out
 // on the way: each row is given a form, told from the forms of the rows below it.
+#include "objfile/seal_blocks.h"
 #include "objfile/sealed.h"
 
 #include <cstring>
@@ -35,7 +36,6 @@ public:
         if (!fill(root, trie_->root, 0)) return nullptr;
         memcpy(cells_.data(), root, sizeof root);
         head_.shape = shape();
-        if (!add_pair_table()) return nullptr;
         return finish();
     }
 
@@ -306,48 +306,19 @@ private:
         return true;
     }
 
-    // The short cut for three-byte characters: from two bytes to the row of the last.
-    bool add_pair_table() {
-        uint32_t low = 0x10000, high = 0;
-        each_pair([&](uint32_t pair, uint32_t) {
-            if (pair < low) low = pair;
-            if (pair > high) high = pair;
-        });
-        if (low > high) return true;
-        head_.pair_low = low;
-        head_.pair_count = high - low + 1;
-        head_.pair_cells = static_cast<uint32_t>(cells_.size());
-        uint32_t *pairs = cells_.extend(head_.pair_count);
-        if (!pairs) return false;
-        memset(pairs, 0, head_.pair_count * sizeof(uint32_t));
-        each_pair([&](uint32_t pair, uint32_t row) { pairs[pair - low] = row; });
-        return true;
-    }
-
-    template <typename Action> void each_pair(Action action) const {
-        for (uint32_t b1 = 0; b1 < 256; ++b1) {
-            if (!is_more(cells_[b1])) continue;
-            for (uint32_t i = 0; i < head_.width[1]; ++i) {
-                uint32_t cell = cells_[next_row(cells_[b1]) + i];
-                if (is_more(cell) && ends_there(cell)) {
-                    action(b1 << 8 | (head_.low[1] + i), next_row(cell));
-                }
-            }
-        }
-    }
-    bool ends_there(uint32_t cell) const {
-        for (uint32_t i = 0; i < head_.width[2]; ++i) {
-            if (is_end(cells_[next_row(cell) + i])) return true;
-        }
-        return false;
-    }
-
     const sealed_table *finish() {
-        void *block = vel_alloc(sizeof(sealed_table) + cells_.size() * sizeof(uint32_t));
-        if (!block) return nullptr;
+        host_array<uint16_t> blocks;
+        if (!add_blocks(head_, cells_, blocks)) return nullptr;
         head_.cell_count = static_cast<uint32_t>(cells_.size());
+        size_t rows_at = head_.cell_offset * sizeof(uint32_t);
+        size_t cell_bytes = cells_.size() * sizeof(uint32_t);
+        void *block = vel_alloc(rows_at + cell_bytes);
+        if (!block) return nullptr;
         auto *table = new (block) sealed_table(head_);
-        memcpy(table + 1, cells_.data(), cells_.size() * sizeof(uint32_t));
+        char *bytes = static_cast<char *>(block);
+        memset(bytes + sizeof(sealed_table), 0, rows_at - sizeof(sealed_table));
+        memcpy(table + 1, blocks.data(), blocks.size() * sizeof(uint16_t));
+        memcpy(bytes + rows_at, cells_.data(), cell_bytes);
         return table;
     }
 

@@ -3,9 +3,11 @@
 namespace vel {
 namespace {
 
+// Its only block is the first of the root row, which like all of them has no characters.
 struct empty_block {
     sealed_table head;
-    uint32_t cells[256];
+    uint16_t blocks[stretch_blocks];
+    alignas(block_cells * sizeof(uint32_t)) uint32_t cells[256];
 };
 
 constexpr empty_block make_empty_block() {
@@ -13,6 +15,10 @@ constexpr empty_block make_empty_block() {
     block.head.shortest = max_character_bytes;
     block.head.width[0] = 256;
     block.head.cell_count = 256;
+    block.head.cell_offset = offsetof(empty_block, cells) / sizeof(uint32_t);
+    for (uint16_t &number : block.blocks) {
+        number = static_cast<uint16_t>(block.head.cell_offset / block_cells);
+    }
     return block;
 }
 
@@ -22,12 +28,13 @@ constexpr empty_block empty = make_empty_block();
 
 const sealed_table &empty_table = empty.head;
 
-uint32_t sealed_table::find_slowly(vel_wchar code) const {
+uint32_t sealed_table::find_by_walking(vel_wchar code) const {
     int32_t n = code_bytes(code);
     if (n < 1 || n > max_character_bytes) return 0;
     uint32_t cell = cells()[code >> (8 * (n - 1)) & 0xFF];
     for (int32_t depth = 1; depth < n; ++depth) {
-        cell = step_if_more(cell, depth, code >> (8 * (n - 1 - depth)) & 0xFF);
+        uint32_t b = code >> (8 * (n - 1 - depth)) & 0xFF;
+        cell = is_more(cell) ? step(cell, depth, b) : 0;
     }
     return is_more(cell) ? 0 : cell;
 }

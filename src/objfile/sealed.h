@@ -10,8 +10,12 @@
 //   cell_more | row    more bytes follow; row is the offset of the next row in cells
 //   cell_end | value   the byte ends a character with this 16-bit value
 //
-// so a walk costs one load and one range check a byte. For three-byte characters looked up by
-// their wide value a second table goes from the first two bytes straight to the last row.
+// so a walk costs one load and one range check a byte.
+//
+// Looking up by wide value does not branch on the length of the character, which real text keeps
+// changing: `tops` gives a stretch of the block table for the upper byte of a value of three bytes,
+// the block table gives for the ten bits below a block of 64 cells, and the lower six bits index
+// that. In UTF-8 such a block is a row itself; other code sets have their rows copied into blocks.
 //
 // Equal rows are stored once: the class table of a UTF-8 locale takes about 200 KB. The rejected
 // alternative, rows of 256 cells with 16-bit row numbers and a separate kind table, is a quarter
@@ -29,6 +33,9 @@ enum class table_shape : uint8_t {
     utf8,              // exactly the well-formed UTF-8 sequences
     ascii_transparent, // where a character may begin, a byte below 0x80 is a whole one
 };
+
+constexpr uint32_t block_cells = 64;
+constexpr uint32_t stretch_blocks = 0x10000 / block_cells;
 
 constexpr uint32_t cell_more = 0x40000000;
 constexpr uint32_t cell_end = 0x80000000;
@@ -58,12 +65,13 @@ struct sealed_table {
     uint32_t low[max_character_bytes];
     uint32_t width[max_character_bytes];
     uint32_t cell_count;
-    uint32_t pair_low; // wide value of the first two bytes of the first three-byte character
-    uint32_t pair_count;
-    uint32_t pair_cells; // offset of the pair table: a row offset each, 0 for none
+    uint32_t cell_offset; // of the rows, in cells from the beginning of the table; whole blocks
     table_shape shape;
+    uint8_t tops[256]; // stretches of 1024 blocks; stretch 0 has no characters
 
-    const uint32_t *cells() const { return reinterpret_cast<const uint32_t *>(this + 1); }
+    const uint32_t *cells() const { return base() + cell_offset; }
+    // A block by its distance from the beginning of the table, in blocks.
+    const uint16_t *blocks() const { return reinterpret_cast<const uint16_t *>(this + 1); }
     bool empty() const { return longest == 0; }
 
     // The cell of byte b in the row that `cell` leads to, at a depth of 1 to 3.
@@ -104,25 +112,23 @@ struct sealed_table {
 
     // The last cell of the character with this wide value.
     uint32_t find_code(vel_wchar code) const {
-        if (shortest == 1) {
-            if (code <= 0xFF) return cells()[code];
-            if (code <= 0xFFFF) return step_if_more(cells()[code >> 8], 1, code & 0xFF);
-            if (code <= 0xFFFFFF) return find_three(code);
-        }
-        return find_slowly(code);
+        uint32_t cell = find_quickly(code);
+        return is_end(cell) ? cell : find_by_walking(code);
     }
 
+    // The same for characters of one to three bytes, in two loads and without a call. No end means
+    // only that the rest has to be asked.
+    uint32_t find_quickly(vel_wchar code) const {
+        if (code > 0xFFFFFF) return 0;
+        uint32_t stretch = tops[code >> 16] * stretch_blocks;
+        uint32_t block = blocks()[stretch + code / block_cells % stretch_blocks];
+        return base()[block * block_cells + code % block_cells];
+    }
+
+    uint32_t find_by_walking(vel_wchar code) const;
+
 private:
-    uint32_t step_if_more(uint32_t cell, int32_t depth, uint32_t b) const {
-        return is_more(cell) ? step(cell, depth, b) : 0;
-    }
-    uint32_t find_three(vel_wchar code) const {
-        uint32_t pair = (code >> 8) - pair_low;
-        if (pair >= pair_count) return 0;
-        uint32_t row = cells()[pair_cells + pair];
-        return row ? step(row, 2, code & 0xFF) : 0;
-    }
-    uint32_t find_slowly(vel_wchar code) const;
+    const uint32_t *base() const { return reinterpret_cast<const uint32_t *>(this); }
 };
 
 // The table of a null category: no characters. Shared by all of them and never freed.
