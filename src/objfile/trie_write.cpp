@@ -17,7 +17,7 @@ public:
     void write() {
         line("%d %d %d ", table_->longest, table_->shortest, table_->flags);
         write_value_(out_, table_->default_value, table_->value_size);
-        line("\n");
+        put_newline();
         if (!(table_->flags & trie_shared)) return write_node(table_->root);
         line("%d %d\n", table_->state_count, table_->page_count);
         for (int32_t i = 0; i < table_->state_count; ++i) write_state(table_->shared_states[i]);
@@ -31,6 +31,8 @@ private:
         int length = snprintf(text, sizeof text, format, values...);
         out_.put(&out_, text, static_cast<size_t>(length));
     }
+
+    void put_newline() { out_.put(&out_, "\n", 1); }
 
     void write_node(const vel_trie_node *node) {
         line("%d %d\n", node->state ? 1 : 0, node->page ? 1 : 0);
@@ -90,7 +92,7 @@ private:
             if (repeat >= 4) {
                 line("%02x%03x%03x", i, 1, repeat);
                 write_entry(out_, entry(i), size);
-                line("\n");
+                put_newline();
                 i += repeat;
                 continue;
             }
@@ -101,10 +103,10 @@ private:
             while (same(entry(end - 1), skipped)) --end;
             line("%02x%03x%03x", i, end - i, 1);
             for (int k = i; k < end; ++k) write_entry(out_, entry(k), size);
-            line("\n");
+            put_newline();
             i = resume;
         }
-        line("0000000\n");
+        out_.put(&out_, "0000000\n", 8);
     }
 
     text_sink &out_;
