@@ -95,6 +95,7 @@ VEL_API int32_t vel_createlocale2_4(vel_locale **locale, const char *directory);
  *   VEL_EILSEQ    a string is not text of the code set
  *   VEL_ENOERA    the character table of VEL_CTYPE is empty
  *   VEL_ELOCALE   any other reason
+ * For a null locale and for a static record the result is null and no number is stored.
  */
 VEL_API char *vel_setlocale_4(vel_locale *locale, int32_t category, const char *specification);
 
@@ -132,6 +133,7 @@ VEL_API void vel_lc_unload(vel_locale *locale);
  *   VEL_ENOCAT     a category is not loaded in the source
  *   VEL_ECATLOADED a category is already loaded in the destination
  *   VEL_ENOMEM     memory for what is derived from the category could not be had
+ * With a null locale, or a static record as the destination, -1 and no number is stored.
  */
 VEL_API int32_t vel_copy_cat(vel_locale *destination, vel_locale *source, int32_t category);
 

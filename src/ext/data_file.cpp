@@ -56,6 +56,13 @@ public:
         return *this;
     }
     logged_path &add(const char *text) { return add(text, strlen(text)); }
+    // Adds text that is only recorded, as it stands.
+    logged_path &add_verbatim(const char *text) {
+        size_t size = strlen(text) + 1;
+        memcpy(end_, text, size);
+        end_ += size - 1;
+        return *this;
+    }
 
     void *open(opener open_path) {
         void *stream = open_path(path(), "r");
@@ -91,7 +98,7 @@ struct search {
     void *not_found() const {
         logged_path path(strlen(file));
         if (!path) return out_of_memory();
-        path.add(file).log_not_opened();
+        path.add_verbatim(file).log_not_opened();
         report(context, VEL_ENOFILE);
         return nullptr;
     }

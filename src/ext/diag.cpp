@@ -40,10 +40,10 @@ void start_log() {
 }
 
 void read_settings() {
-    settings.read = true;
     settings.log = read_switch("Logging", "VELSLOG");
     if (settings.log) start_log();
     settings.popup = read_switch("Popups", "VELSDEBUG");
+    settings.read = true;
 }
 
 } // namespace

@@ -96,7 +96,8 @@ public:
     case_check(const ctype_category &ctype, unsigned char *seen)
         : ctype_(ctype), table_(*ctype.cases), seen_(seen) {}
 
-    // False when an index addresses no pair. Otherwise `growth` is the largest ratio of bytes.
+    // False when an index addresses no pair or a pair no character. Otherwise `growth` is the
+    // largest ratio of bytes.
     bool walk(double *growth) {
         growth_ = 1.0;
         bool good = walk_row(0, 0);
@@ -120,14 +121,17 @@ private:
     bool check(int32_t index, int32_t bytes) {
         if (index == 0) return true;
         if (index > ctype_.pair_count) return false;
-        measure(ctype_.pairs[index].upper, bytes);
-        measure(ctype_.pairs[index].lower, bytes);
-        return true;
+        const case_pair &pair = ctype_.pairs[index];
+        return measure(pair.upper, bytes) && measure(pair.lower, bytes);
     }
-    void measure(vel_wchar mapped, int32_t bytes) {
-        if (mapped == 0) return;
+    // False for a value without a character: string mapping adds what its encoding gives to the
+    // output position, and -1 would lead out of the buffer.
+    bool measure(vel_wchar mapped, int32_t bytes) {
+        if (mapped == 0) return true;
+        if (!is_end(ctype_.characters->find_code(mapped))) return false;
         double ratio = ctype_.characters->code_bytes(mapped) / static_cast<double>(bytes);
         if (ratio > growth_) growth_ = ratio;
+        return true;
     }
 
     const ctype_category &ctype_;
@@ -138,6 +142,11 @@ private:
 
 bool check_cases(section &in, vel_locale *locale) {
     const ctype_category &ctype = locale->ctype;
+    // Without characters nothing is mapped; that there are none is told when the next category is
+    // initialised.
+    if (ctype.characters->empty()) {
+        memset(ctype.pairs, 0, (static_cast<size_t>(ctype.pair_count) + 1) * sizeof *ctype.pairs);
+    }
     size_t offsets = ctype.cases->cell_count + 1u; // a row without cells may begin at the very end
     auto seen = make_host_array<unsigned char>(offsets);
     if (!seen) return in.refuse(VEL_ENOMEM);

@@ -46,7 +46,7 @@ void make_chains() {
 
 // Why the file could not be opened does not matter to callers, so no number is asked for.
 void *open_registry(const char *path) {
-    return path ? vel_open_logged(nullptr, path)
+    return path ? _vel_ext_fopen(path, "r")
                 : vel_find_data_file(nullptr, "registry", "cm", VEL_CM_VERSION);
 }
 

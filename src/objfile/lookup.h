@@ -45,6 +45,15 @@ inline found vel_trie_find_n(void *context, const sealed_table &table, const cha
     return {false, 0, end.used};
 }
 
+// The same for callers that do not ask how long the character is.
+inline found vel_trie_find_value(void *context, const sealed_table &table, const char *bytes) {
+    return vel_trie_find(context, table, bytes);
+}
+inline found vel_trie_find_value_n(void *context, const sealed_table &table, const char *bytes,
+                                   int32_t n) {
+    return vel_trie_find_n(context, table, bytes, n);
+}
+
 // The value of the character with this wide value. VEL_EILSEQ when there is none.
 inline found vel_trie_find_code(void *context, const sealed_table &table, vel_wchar code) {
     uint32_t cell = table.find_code(code);

@@ -69,11 +69,13 @@ private:
 
     uint32_t number_of(uint32_t row) const { return (head_.cell_offset + row) / block_cells; }
 
+    // Behind the lead 0 stand characters whose values are those of shorter ones, which come first.
     void fill() {
         put_row(1, 0, 0, 0);
         each_child(0, 0, [&](uint32_t lead, uint32_t row) {
+            if (lead == 0) return;
             if (ends_somewhere(row, 1)) put_row(1, lead, row, 1);
-            if (lead == 0 || !head_.tops[lead]) return;
+            if (!head_.tops[lead]) return;
             each_child(row, 1, [&](uint32_t second, uint32_t last) {
                 if (ends_somewhere(last, 2)) put_row(head_.tops[lead], second, last, 2);
             });
@@ -98,6 +100,7 @@ private:
     bool copy_row(uint32_t row, uint32_t low, uint32_t width) {
         copied_row_ = no_row;
         copy_ = static_cast<uint32_t>(cells_.size());
+        if (number_of(copy_) + blocks_a_row > largest_block) return false; // nothing could name it
         uint32_t *cells = cells_.extend(row_bytes);
         if (!cells) return false;
         memset(cells, 0, row_bytes * sizeof(uint32_t));

@@ -1,6 +1,5 @@
 #include "objfile/text_reader.h"
 
-#include <cstdlib>
 #include <cstring>
 
 #include "ext/block_read.h"
@@ -41,8 +40,10 @@ bool decode_hex(const unsigned char *digits, int32_t width, uint32_t *value) {
     return seen != not_hex;
 }
 
+constexpr int exact_powers = 22; // 10 to this is the largest power of ten that a double holds
+
 // A decimal number, locale-free and without the runtime's big-number machinery: what object files
-// hold is a factor such as 2.5, exact in a few digits.
+// hold is a factor such as 2.5, of a few digits.
 double parse_float(const char *text) {
     bool negative = *text == '-';
     if (*text == '-' || *text == '+') ++text;
@@ -61,8 +62,15 @@ double parse_float(const char *text) {
         }
         scale += down ? -exponent : exponent;
     }
-    for (; scale > 0; --scale) value *= 10;
-    for (; scale < 0; ++scale) value /= 10;
+    // In one step where a power of ten is exact, so that there is one rounding.
+    while (scale != 0) {
+        int step = scale < 0 ? -scale : scale;
+        if (step > exact_powers) step = exact_powers;
+        double power = 1;
+        for (int i = 0; i < step; ++i) power *= 10;
+        value = scale < 0 ? value / power : value * power;
+        scale += scale < 0 ? step : -step;
+    }
     return negative ? -value : value;
 }
 

@@ -126,7 +126,7 @@ const unsigned char *vel_trie_built_value(const vel_trie *table, const vel_mbkey
 }
 
 void trie_accept_every_byte(vel_trie *table) {
-    if (table->longest >= 2 || table->shortest != 1) return;
+    if (table->longest >= 2 || table->shortest != 1 || !table->root->state) return;
     memset(table->root->state, byte_terminal, 256);
 }
 
