@@ -17,23 +17,10 @@ protected:
         byte_set = make_single_byte();
         wide_set = make_two_byte();
     }
-    static void TearDownTestSuite() {
-        utf8_set.reset();
-        byte_set.reset();
-        wide_set.reset();
-    }
     static inline locale_ptr utf8_set, byte_set, wide_set;
 
     vel_locale *utf = utf8_set->get(), *single = byte_set->get(), *two = wide_set->get();
 };
-
-// A result and the error number that goes with it.
-#define EXPECT_RESULT(result, number, locale, call)                                                \
-    do {                                                                                           \
-        (locale)->error = 0;                                                                       \
-        EXPECT_EQ((result), (call));                                                               \
-        EXPECT_EQ((number), (locale)->error) << #call;                                             \
-    } while (0)
 
 TEST_F(primitives, measure_and_convert_one_character) {
     struct row {
@@ -161,19 +148,10 @@ TEST_F(primitives, replace_a_character_by_its_number) {
         int32_t error;
     };
     const row rows[] = {
-        {utf, "abc", 1, "\xE3\x81\x82x",
-         "a\xE3\x81\x82"
-         "c",
-         0},
-        {utf,
-         "a\xE3\x81\x82"
-         "c",
-         1, "b", "abc", 0},
+        {utf, "abz", 1, "\xE3\x81\x82x", "a\xE3\x81\x82z", 0},
+        {utf, "a\xE3\x81\x82z", 1, "b", "abz", 0},
         {utf, "abc", 2, "d", "abd", 0},
-        {single, "abc", 1, "\xE9",
-         "a\xE9"
-         "c",
-         0},
+        {single, "abz", 1, "\xE9", "a\xE9z", 0},
         {utf, "abc", 1, "\xFF", "abc", VEL_EILSEQ},
         {utf, "ab\xFF", 0, "x", "ab\xFF", VEL_EILSEQ},
         {utf, "abc", 1, nullptr, "abc", VEL_EFAULT},
@@ -308,31 +286,15 @@ TEST_F(primitives, encode_strings_of_a_single_byte_set_without_and_with_a_check)
 }
 
 TEST_F(primitives, compare_wide_and_multibyte_strings) {
-    const vel_wchar wide[] = {'a', 0xC3A9, 'b', 0};
-    EXPECT_EQ(3, vel_compare_wc_to_mb(utf, wide,
-                                      "a\xC3\xA9"
-                                      "b"));
-    EXPECT_EQ(1, vel_compare_wc_to_mb(utf, wide, "a"));
-    EXPECT_EQ(0, vel_compare_wc_to_mb(utf, wide, ""));
-    EXPECT_EQ(-1, vel_compare_wc_to_mb(utf, wide, "x"));
-    EXPECT_EQ(-1, vel_compare_wc_to_mb(utf, wide,
-                                       "a\xC3\xA9"
-                                       "bc"));
+    const vel_wchar wide[] = {'a', 0xC3A9, 'z', 0};
+    const std::pair<const char *, int32_t> rows[] = {
+        {"a\xC3\xA9z", 3}, {"a", 1}, {"", 0}, {"x", -1}, {"a\xC3\xA9zc", -1}};
+    for (auto [text, result] : rows)
+        EXPECT_RESULT(result, 0, utf, vel_compare_wc_to_mb(utf, wide, text));
     EXPECT_RESULT(-1, VEL_EILSEQ, utf, vel_compare_wc_to_mb(utf, wide, "a\xFF"));
     const vel_wchar bytes[] = {'a', 0xE9, 0};
     EXPECT_EQ(2, vel_compare_wc_to_mb(single, bytes, "a\xE9"));
     EXPECT_EQ(-1, vel_compare_wc_to_mb(single, bytes, "a\xE9z"));
-}
-
-TEST_F(primitives, find_no_characters_in_a_null_locale) {
-    vel_locale null{};
-    null.ctype.characters = null.ctype.cases = null.collate.characters = &vel::empty_table;
-    vel_wchar value;
-    char out[4];
-    EXPECT_RESULT(-1, VEL_EILSEQ, &null, vel_full_mblen(&null, "a", 4));
-    EXPECT_RESULT(-1, VEL_EILSEQ, &null, vel_im_mbstowcs(&null, &value, "a", 1));
-    EXPECT_RESULT(-1, VEL_EILSEQ, &null, vel_full_wctomb(&null, out, 'a'));
-    EXPECT_RESULT(0, VEL_EILSEQ, &null, vel_mbsbytes(&null, "a"));
 }
 
 } // namespace

@@ -29,11 +29,6 @@ protected:
         turkish_set->add_mapped('b', VEL_CLASS_LOWER, {0xFFFF, 0});
         turkish_set->finish();
     }
-    static void TearDownTestSuite() {
-        utf8_set.reset();
-        byte_set.reset();
-        turkish_set.reset();
-    }
     static inline locale_ptr utf8_set, byte_set, turkish_set;
 
     vel_locale *utf = utf8_set->get(), *single = byte_set->get(), *turkish = turkish_set->get();
@@ -59,14 +54,14 @@ TEST_F(ctype, characters_have_classes) {
     for (auto test : {vel_im_iswctype, im_iswctype}) {
         EXPECT_EQ(VEL_CLASS_ALPHA, test(utf, 'a', alnum));
         EXPECT_EQ(VEL_CLASS_UPPER, test(utf, utf8(0x416), VEL_CLASS_UPPER | VEL_CLASS_LOWER));
-        EXPECT_EQ(0, error_of(utf, [&] { EXPECT_EQ(0, test(utf, 0xF09F9880, alnum)); }));
+        EXPECT_RESULT(0, 0, utf, test(utf, 0xF09F9880, alnum));
         for (vel_wchar none : {0x80u, 0xC341u, 0xEDA080u, 0xFFFFFFFFu}) {
-            EXPECT_EQ(VEL_EILSEQ, error_of(utf, [&] { EXPECT_EQ(0, test(utf, none, alnum)); }));
+            EXPECT_RESULT(0, VEL_EILSEQ, utf, test(utf, none, alnum));
         }
     }
     for (auto test : {vel_im_ismctype, im_ismctype}) {
         EXPECT_EQ(VEL_CLASS_ALPHA, test(utf, "\xD0\x96", alnum));
-        EXPECT_EQ(VEL_EILSEQ, error_of(utf, [&] { EXPECT_EQ(0, test(utf, "\xD0", alnum)); }));
+        EXPECT_RESULT(0, VEL_EILSEQ, utf, test(utf, "\xD0", alnum));
     }
     struct row {
         const char *bytes;
@@ -76,9 +71,7 @@ TEST_F(ctype, characters_have_classes) {
                          {"\xD0\x96", 1, 0, VEL_EINVAL},
                          {"a", 0, 0, VEL_EINVAL},
                          {"\xFF", 1, 0, VEL_EILSEQ}}) {
-        EXPECT_EQ(r.error, error_of(utf, [&] {
-                      EXPECT_EQ(r.result, tuk_vel_im_ismctype(utf, r.bytes, r.n, alnum));
-                  }));
+        EXPECT_RESULT(r.result, r.error, utf, tuk_vel_im_ismctype(utf, r.bytes, r.n, alnum));
     }
 }
 
@@ -97,10 +90,8 @@ TEST_F(ctype, values_have_case) {
         {0x80000000, 0x80000000, 0x80000000, VEL_EILSEQ},
     };
     for (const row &r : rows) {
-        EXPECT_EQ(r.error,
-                  error_of(utf, [&] { EXPECT_EQ(r.upper, vel_im_towupper(utf, r.value)); }));
-        EXPECT_EQ(r.error,
-                  error_of(utf, [&] { EXPECT_EQ(r.lower, vel_im_towlower(utf, r.value)); }));
+        EXPECT_RESULT(r.upper, r.error, utf, vel_im_towupper(utf, r.value));
+        EXPECT_RESULT(r.lower, r.error, utf, vel_im_towlower(utf, r.value));
         EXPECT_EQ(r.lower, im_towlower(utf, r.value));
     }
 }
@@ -122,9 +113,7 @@ TEST_F(ctype, multibyte_characters_have_case) {
     for (const row &r : rows) {
         SCOPED_TRACE(&r - rows);
         char upper[8] = {}, lower[8] = {};
-        EXPECT_EQ(r.error, error_of(r.locale, [&] {
-                      EXPECT_EQ(r.upper_result, vel_im_tomupper(r.locale, upper, r.in));
-                  }));
+        EXPECT_RESULT(r.upper_result, r.error, r.locale, vel_im_tomupper(r.locale, upper, r.in));
         EXPECT_EQ(r.lower_result, vel_im_tomlower(r.locale, lower, r.in));
         EXPECT_STREQ(r.upper, upper);
         EXPECT_STREQ(r.lower, lower);
@@ -133,12 +122,9 @@ TEST_F(ctype, multibyte_characters_have_case) {
     char out[8] = {};
     EXPECT_EQ(pair(1, 2), tuk_vel_im_tomupper(turkish, out, "i", 1));
     EXPECT_EQ(pair(2, 1), tuk_vel_im_tomlower(turkish, out, "\xC4\xB0", 9));
-    EXPECT_EQ(VEL_EINVAL,
-              error_of(utf, [&] { EXPECT_EQ(0, tuk_vel_im_tomupper(utf, out, "\xD0\xB6", 1)); }));
-    EXPECT_EQ(VEL_EINVAL,
-              error_of(utf, [&] { EXPECT_EQ(0, tuk_vel_im_tomlower(utf, out, "a", 0)); }));
-    EXPECT_EQ(VEL_EILSEQ,
-              error_of(utf, [&] { EXPECT_EQ(0, tuk_vel_im_tomupper(utf, out, "\xFF", 3)); }));
+    EXPECT_RESULT(0, VEL_EINVAL, utf, tuk_vel_im_tomupper(utf, out, "\xD0\xB6", 1));
+    EXPECT_RESULT(0, VEL_EINVAL, utf, tuk_vel_im_tomlower(utf, out, "a", 0));
+    EXPECT_RESULT(0, VEL_EILSEQ, utf, tuk_vel_im_tomupper(utf, out, "\xFF", 3));
 }
 
 // Random text through every rung, against one character at a time.
@@ -181,19 +167,16 @@ TEST_F(ctype, strings_have_case) {
 
 TEST_F(ctype, strings_fail_at_the_first_invalid_character) {
     char out[16] = "????????";
-    EXPECT_EQ(VEL_EILSEQ,
-              error_of(utf, [&] { EXPECT_EQ(-1, vel_tombslower(utf, out, "AB\xFFz")); }));
+    EXPECT_RESULT(-1, VEL_EILSEQ, utf, vel_tombslower(utf, out, "AB\xFFz"));
     EXPECT_STREQ("ab??????", out);
     // A mapping to no character moves the output back by one.
-    EXPECT_EQ(VEL_EILSEQ,
-              error_of(turkish, [&] { EXPECT_EQ(2, vel_tombsupper(turkish, out, "acbd")); }));
+    EXPECT_RESULT(2, VEL_EILSEQ, turkish, vel_tombsupper(turkish, out, "acbd"));
     EXPECT_STREQ("AD", out);
     vel_wchar wide[] = {'A', 0xFF, 0}, lower[] = {7, 7, 7};
-    EXPECT_EQ(VEL_EILSEQ, error_of(utf, [&] { EXPECT_EQ(-1, vel_towcslower(utf, lower, wide)); }));
+    EXPECT_RESULT(-1, VEL_EILSEQ, utf, vel_towcslower(utf, lower, wide));
     EXPECT_EQ((std::vector<vel_wchar>{'a', 7, 7}), std::vector<vel_wchar>(lower, lower + 3));
     wide[1] = 0x141;
-    EXPECT_EQ(VEL_EILSEQ,
-              error_of(single, [&] { EXPECT_EQ(-1, vel_towcslower(single, lower, wide)); }));
+    EXPECT_RESULT(-1, VEL_EILSEQ, single, vel_towcslower(single, lower, wide));
     EXPECT_EQ(2, vel_tombslower(single, out, "\xC0Z"));
     EXPECT_STREQ("\xE0z", out);
 }
@@ -234,8 +217,7 @@ TEST_F(ctype, trailing_blanks_are_cut) {
     }
     std::string text = "a\xE3\x80\x80 ", bad = "a \xFF";
     EXPECT_EQ(text.data() + 1, vel_mbsntstrunc(utf, text.data()));
-    EXPECT_EQ(VEL_EILSEQ,
-              error_of(utf, [&] { EXPECT_EQ(nullptr, vel_mbsntstrunc(utf, bad.data())); }));
+    EXPECT_RESULT(nullptr, VEL_EILSEQ, utf, vel_mbsntstrunc(utf, bad.data()));
 }
 
 TEST_F(ctype, a_single_byte_code_set_gets_flat_tables) {

@@ -4,8 +4,7 @@
 #include "ext/data_file.h"
 #include "ext/diag.h"
 #include "ext/platform.h"
-#include "support/host.h"
-#include "support/scratch.h"
+#include "support/log.h"
 #include "vels/errors.h"
 
 using namespace vel_test;
@@ -17,22 +16,19 @@ using paths = std::vector<std::string>;
 TEST(data_files, where_they_are_looked_for) {
     const std::string root = vel::platform::default_root;
     const std::string r256(256, 'r'), long_name(2000, 'n');
+    const auto beneath = [](const std::string &directory) -> paths {
+        return {directory + "vels/cm3/f", directory + "vels/cm/f"};
+    };
     const struct {
         const char *name;
         std::map<std::string, std::string> environment;
         std::string file;
         paths tried;
     } cases[] = {
-        {"default directory", {}, "f", {root + "vels/cm3/f", root + "vels/cm/f"}},
-        {"empty variables",
-         {{"CORVANEDIR", ""}, {"VEL_PATH", ""}},
-         "f",
-         {root + "vels/cm3/f", root + "vels/cm/f"}},
-        {"installation directory", {{"CORVANEDIR", "/i"}}, "f", {"/i/vels/cm3/f", "/i/vels/cm/f"}},
-        {"256 characters",
-         {{"CORVANEDIR", r256}},
-         "f",
-         {r256 + "/vels/cm3/f", r256 + "/vels/cm/f"}},
+        {"default directory", {}, "f", beneath(root)},
+        {"empty variables", {{"CORVANEDIR", ""}, {"VEL_PATH", ""}}, "f", beneath(root)},
+        {"installation directory", {{"CORVANEDIR", "/i"}}, "f", beneath("/i/")},
+        {"256 characters", {{"CORVANEDIR", r256}}, "f", beneath(r256 + "/")},
         {"257 characters", {{"CORVANEDIR", r256 + "r"}}, "f", {}},
         {"257 characters, whatever the file", {{"CORVANEDIR", r256 + "r"}}, "/f", {}},
         {"search path", {{"VEL_PATH", ";;/C/data;"}, {"CORVANEDIR", "/i"}}, "f", {"/C/data/f"}},
@@ -43,11 +39,7 @@ TEST(data_files, where_they_are_looked_for) {
         {"absolute", {{"VEL_PATH", "a"}}, "/x/f", {"/x/f"}},
         {"absolute with a drive", {}, "c:\\f", {"c:/f"}},
         {"a drive alone is not", {{"VEL_PATH", "a"}}, "c:f", {"a/c:f"}},
-        {"own directory",
-         {{"VEL_PATH", "a"}},
-         "dir\xFF"
-         "f",
-         {"dir/f"}},
+        {"own directory", {{"VEL_PATH", "a"}}, "dir\xFFx", {"dir/x"}},
         {"long", {{"VEL_PATH", long_name}}, long_name, {long_name + "/" + long_name}},
     };
     for (const auto &one : cases) {
@@ -72,9 +64,7 @@ TEST(data_files, where_they_are_looked_for) {
 }
 
 TEST(data_files, memory_for_long_paths) {
-    for (const char *file : {"f", "/f",
-                             "d\xFF"
-                             "f"}) {
+    for (const char *file : {"f", "/f", "d\xFFx"}) {
         std::string name = file + std::string(2000, 'n');
         test_host host;
         host.environment["VEL_PATH"] = "a;b";
@@ -88,7 +78,7 @@ TEST(data_files, memory_for_long_paths) {
 
 TEST(data_files, the_direct_search_goes_past_the_hook) {
     scratch_directory scratch;
-    scratch.write("vels/cv/f", "x");
+    scratch.put("vels/cv/f", "x");
     test_host host;
     host.environment["CORVANEDIR"] = scratch.path();
     int32_t cell = 0;
@@ -98,58 +88,34 @@ TEST(data_files, the_direct_search_goes_past_the_hook) {
     vel_ext_fclose(stream);
 }
 
-// The settings are read by the first message of a process, so every case runs in one of its own.
 TEST(diagnostics, switches) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
     const std::pair<const char *, bool> values[] = {{"on", true},  {"On", true},   {"once", true},
                                                     {"ON", false}, {"off", false}, {"", false},
                                                     {"1", false},  {"o", false}};
-    scratch_directory scratch;
-    test_host host;
-    host.environment["TMPDIR"] = scratch.path();
-    std::vector<std::string> logs;
     for (auto [value, expected] : values) {
+        SCOPED_TRACE(value);
+        test_host host;
         host.environment["VELSLOG"] = host.environment["VELSDEBUG"] = value;
-        EXPECT_EXIT(
-            {
-                vel::vel_diag("hello");
-                vel::vel_diag("again");
-                exit(0);
-            },
-            testing::ExitedWithCode(0), expected ? "hello" : "^$")
-            << value;
-        logs.push_back(scratch.read("vels.log"));
-        std::filesystem::remove(scratch.path() + "/vels.log");
-    }
-    for (size_t i = 0; i < logs.size(); ++i) {
-        if (!values[i].second) {
-            EXPECT_EQ(logs[i], "") << values[i].first;
-            continue;
-        }
-        ASSERT_GT(logs[i].size(), 22u) << values[i].first;
-        EXPECT_EQ(logs[i].substr(0, 22), "----\nVELS log started ");
-        EXPECT_EQ(logs[i].substr(logs[i].find('\n', 22)), "\n----\nhello\nagain\n");
+        const auto action = [] {
+            vel::vel_diag("hello");
+            vel::vel_diag("again");
+        };
+        const std::string log = log_of(host, action, expected ? "hello" : "^$");
+        EXPECT_EQ(log.substr(0, 22), expected ? "----\nVELS log started " : "");
+        EXPECT_EQ(log.ends_with("\n----\nhello\nagain\n"), expected) << log;
     }
 }
 
 TEST(diagnostics, every_attempt_is_recorded) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    scratch_directory scratch;
     test_host host;
-    host.environment["TMPDIR"] = scratch.path();
-    host.environment["VELSLOG"] = "on";
     host.files["/i/vels/lc/f"] = "x";
-    EXPECT_EXIT(
-        {
-            vel::vel_find_data_file(nullptr, "/none", "lc", "11");
-            host.environment["CORVANEDIR"] = "/i";
-            vel_fclose(vel::vel_find_data_file(nullptr, "f", "lc", "11"));
-            host.environment["CORVANEDIR"] = std::string(257, 'r');
-            vel::vel_find_data_file(nullptr, "f", "lc", "11");
-            exit(0);
-        },
-        testing::ExitedWithCode(0), "");
-    std::string log = scratch.read("vels.log");
+    const std::string log = log_of(host, [&] {
+        vel::vel_find_data_file(nullptr, "/none", "lc", "11");
+        host.environment["CORVANEDIR"] = "/i";
+        vel_fclose(vel::vel_find_data_file(nullptr, "f", "lc", "11"));
+        host.environment["CORVANEDIR"] = std::string(257, 'r');
+        vel::vel_find_data_file(nullptr, "f", "lc", "11");
+    });
     EXPECT_EQ(log.substr(std::min(log.size(), log.find("----\nCould") + 5)),
               "Could not open: /none\nCould not open: /none\n"
               "Could not open: /i/vels/lc11/f\nOpened: /i/vels/lc/f\n"

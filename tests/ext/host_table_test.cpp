@@ -71,10 +71,10 @@ TEST(host_table, error_cells) {
 
 TEST(host_table, files_and_environment) {
     scratch_directory scratch;
-    scratch.write("a", "xy\nz");
+    scratch.put("a", "xy\nz");
     EXPECT_EQ(vel_fopen(scratch.path().c_str(), "r"), nullptr) << "a directory";
-    EXPECT_EQ(vel_fopen((scratch.path() + "/none").c_str(), "r"), nullptr);
-    void *stream = vel_fopen((scratch.path() + "/a").c_str(), "r");
+    EXPECT_EQ(vel_fopen((scratch / "none").c_str(), "r"), nullptr);
+    void *stream = vel_fopen((scratch / "a").c_str(), "r");
     ASSERT_NE(stream, nullptr);
     EXPECT_EQ(_vel_ext_fgetc(stream), 'x');
     EXPECT_EQ(_vel_ext_ungetc('q', stream), 'q');
@@ -114,11 +114,7 @@ TEST(host_table, the_clock) {
     EXPECT_EQ(today.year, now.year + 1900);
 }
 
-TEST(host_table, versions_and_texts_of_errors) {
-    EXPECT_STREQ(vel_version(), "velslib-3.13.TC2");
-    EXPECT_STREQ(vel_cm_version(), "3");
-    EXPECT_STREQ(vel_lc_version(), "11");
-    EXPECT_STREQ(vel_cv_version(), "9");
+TEST(host_table, texts_of_errors) {
     std::set<std::string> texts;
     const std::string unknown = vel_strerror(1000);
     for (int32_t number : {1, 2, 3, 7, 8, 9, 11, 14, 45, 49, 50, 51, 55, 56, 57, 58}) {

@@ -2,26 +2,14 @@
 #include "locale/locale_fixture.h"
 #include "locale/shared.h"
 #include "record/error_record.h"
+#include "support/log.h"
 #include "support/make_object.h"
-#include "support/scratch.h"
 
 using namespace vel_test;
 
 namespace {
 
-class lifecycle : public locale_test {
-protected:
-    vel_locale *create() {
-        vel_locale *locale = nullptr;
-        EXPECT_EQ(vel_createlocale_4(&locale), 0) << error_of(locale);
-        return locale;
-    }
-    vel_locale *create_null() {
-        vel_locale *locale = nullptr;
-        EXPECT_EQ(vel_create_null_locale_4(&locale), 0);
-        return locale;
-    }
-};
+class lifecycle : public locale_test {};
 
 const char all_default[] =
     "VEL_CTYPE = default.lco ; VEL_COLLATE = default.lco ; VEL_NUMERIC = default.lco ; "
@@ -44,7 +32,6 @@ TEST_F(lifecycle, a_null_locale) {
     EXPECT_EQ(locale->time.months.count, 0);
     vel_wchar out[4];
     EXPECT_EQ(locale->decode(locale, out, "a", 4), -1) << "it has no characters";
-    vel_lc_unload(locale);
 }
 
 TEST_F(lifecycle, creating_from_the_default_file) {
@@ -52,7 +39,6 @@ TEST_F(lifecycle, creating_from_the_default_file) {
     EXPECT_EQ(set(locale, VEL_ALL, nullptr), all_default);
     EXPECT_EQ(set(locale, VEL_TIME, nullptr), "default.lco");
     EXPECT_EQ(locale->wide_codeset_names[0][2], U'9');
-    vel_lc_unload(locale);
 
     host.files["/own/default.lco"] = multibyte_parts().text();
     host.opened.clear();
@@ -75,28 +61,19 @@ TEST_F(lifecycle, creating_from_the_default_file) {
 }
 
 TEST_F(lifecycle, numbers_in_the_handle_after_a_failed_creation) {
-    const std::pair<std::string object_parts::*, int32_t> cases[] = {
-        {&object_parts::type, VEL_EBADFILE},      {&object_parts::version, VEL_EVERSION},
-        {&object_parts::collate, VEL_ELOCALE},    {&object_parts::numeric, VEL_EBADFILE},
-        {&object_parts::calendar, VEL_ECALENDAR},
+    const std::tuple<std::string object_parts::*, std::string, int32_t> cases[] = {
+        {&object_parts::type, "?\n", VEL_EBADFILE},
+        {&object_parts::version, "?\n", VEL_EVERSION},
+        {&object_parts::collate, "?\n", VEL_ELOCALE},
+        {&object_parts::numeric, "?\n", VEL_EBADFILE},
+        {&object_parts::calendar, "?\n", VEL_ECALENDAR},
+        {&object_parts::class_table, table_text({}), VEL_ENOERA},
     };
-    for (auto [part, error] : cases) {
+    for (const auto &[part, text, error] : cases) {
         object_parts parts;
-        parts.*part = "?\n";
-        install("default.lco", parts.text());
-        vel_locale *locale = nullptr;
-        EXPECT_EQ(vel_createlocale_4(&locale), -1);
-        EXPECT_EQ(error_of(locale), error);
-        EXPECT_FALSE(vel::is_error_record(locale));
-        vel_lc_unload(locale);
+        parts.*part = text;
+        EXPECT_EQ(creation_error(parts), error);
     }
-    object_parts parts;
-    parts.class_table = table_text({});
-    install("default.lco", parts.text());
-    vel_locale *locale = nullptr;
-    EXPECT_EQ(vel_createlocale_4(&locale), -1);
-    EXPECT_EQ(error_of(locale), VEL_ENOERA);
-    vel_lc_unload(locale);
 }
 
 TEST_F(lifecycle, sharing_counts) {
@@ -170,7 +147,6 @@ TEST_F(lifecycle, the_file_of_each_category) {
     EXPECT_EQ(host.opened.back(), "/d/native");
     EXPECT_STREQ(native->file_names[5], "native");
     vel_lc_unload(native);
-    vel_lc_unload(locale);
 }
 
 TEST_F(lifecycle, names_from_the_environment) {
@@ -186,7 +162,6 @@ TEST_F(lifecycle, names_from_the_environment) {
     EXPECT_EQ(set(locale, VEL_TIME, ""), "a.lco");
     host.environment["VEL_ALL"] = "";
     EXPECT_EQ(set(locale, VEL_TIME, ""), "b.lco") << "empty is unset";
-    vel_lc_unload(locale);
 }
 
 TEST_F(lifecycle, categories_and_lengths_out_of_range) {
@@ -200,7 +175,6 @@ TEST_F(lifecycle, categories_and_lengths_out_of_range) {
     vel_free_category(locale, 8);
     vel_make_null_category(locale, 1);
     EXPECT_EQ(set(locale, VEL_ALL, nullptr), all_default);
-    vel_lc_unload(locale);
 }
 
 TEST_F(lifecycle, a_failed_category_is_null_and_an_old_number_does_not_speak_for_it) {
@@ -217,7 +191,6 @@ TEST_F(lifecycle, a_failed_category_is_null_and_an_old_number_does_not_speak_for
               "VEL_CTYPE = bad.lco ; VEL_COLLATE =  ; VEL_NUMERIC = de");
     EXPECT_EQ(locale->collate.kind, vel::collation_null);
     EXPECT_STREQ(locale->codeset_names[1], "");
-    vel_lc_unload(locale);
 }
 
 TEST_F(lifecycle, code_sets_have_to_agree) {
@@ -242,19 +215,18 @@ TEST_F(lifecycle, code_sets_have_to_agree) {
     EXPECT_EQ(set(locale, VEL_ALL, "unknown.lco").substr(0, 23), "VEL_CTYPE = unknown.lco");
     EXPECT_EQ(set(locale, VEL_TIME, "unknown2.lco"), "null");
     EXPECT_EQ(error_of(locale), VEL_ECODESET);
-    vel_lc_unload(locale);
 
     locale = create_null();
     EXPECT_EQ(set(locale, VEL_NUMERIC, "default.lco"), "null") << "CTYPE is null";
     EXPECT_EQ(error_of(locale), VEL_ECODESET);
     EXPECT_EQ(set(locale, VEL_CTYPE, "default.lco"), "default.lco");
     EXPECT_EQ(set(locale, VEL_NUMERIC, "default.lco"), "default.lco");
-    vel_lc_unload(locale);
 }
 
 TEST_F(lifecycle, copies_share_what_they_copied) {
     vel_locale *source = create();
-    vel_locale *copy = create_null();
+    vel_locale *copy = nullptr;
+    ASSERT_EQ(vel_create_null_locale_4(&copy), 0);
     EXPECT_EQ(vel_copy_cat(copy, source, VEL_TIME), 0);
     EXPECT_EQ(copy->time.days.items, source->time.days.items);
     EXPECT_STREQ(copy->file_names[4], "default.lco");
@@ -280,7 +252,6 @@ TEST_F(lifecycle, copies_share_what_they_copied) {
     vel_free_category(copy, VEL_TIME);
     vel_free_nonshared_loc(copy);
     EXPECT_STREQ(source->time.days.items[0].bytes, "Sunday");
-    vel_lc_unload(source);
 }
 
 TEST_F(lifecycle, releasing_a_shared_locale_without_its_categories) {
@@ -311,29 +282,18 @@ TEST_F(lifecycle, null_categories_forget) {
     vel_free_category(locale, VEL_CTYPE);
     vel_make_null_category(locale, VEL_CTYPE);
     EXPECT_STREQ(locale->codeset_names[1], "819") << "only that category";
-    vel_lc_unload(locale);
 }
 
-// Diagnostics are switched on or off by the first message of a process, so they are looked at in
-// one of their own.
 TEST_F(lifecycle, the_list_of_shared_locales_in_the_log) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    scratch_directory scratch;
-    host.environment["TMPDIR"] = scratch.path();
-    host.environment["VELSLOG"] = "on";
-    EXPECT_EXIT(
-        {
-            vel::dump_shared();
-            vel_locale *locale = nullptr;
-            vel_lc_load(&locale, "default.lco", -1, nullptr);
-            vel_lc_load(&locale, "default.lco", -1, nullptr);
-            vel::dump_shared();
-            vel_lc_unload(locale);
-            vel_lc_unload(locale);
-            exit(0);
-        },
-        testing::ExitedWithCode(0), "");
-    std::string log = scratch.read("vels.log");
+    const std::string log = log_of(host, [] {
+        vel::dump_shared();
+        vel_locale *locale = nullptr;
+        vel_lc_load(&locale, "default.lco", -1, nullptr);
+        vel_lc_load(&locale, "default.lco", -1, nullptr);
+        vel::dump_shared();
+        vel_lc_unload(locale);
+        vel_lc_unload(locale);
+    });
     EXPECT_NE(log.find("*** No lc nodes saved\n"), std::string::npos);
     std::string list = "*** The lc node list\n    0\n        name: default.lco\n        loc:  0x";
     size_t found = log.find(list);
@@ -342,35 +302,6 @@ TEST_F(lifecycle, the_list_of_shared_locales_in_the_log) {
     std::string rest = log.substr(log.find('\n', address));
     std::string number = log.substr(address, log.size() - rest.size() - address);
     EXPECT_EQ(rest, "\n        count:  2\nfreeing locale 0x" + number + "\n\n");
-}
-
-TEST_F(lifecycle, failures_in_the_log) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    scratch_directory scratch;
-    host.environment["TMPDIR"] = scratch.path();
-    host.environment["VELSLOG"] = "on";
-    EXPECT_EXIT(
-        {
-            for (std::string object_parts::*part :
-                 {&object_parts::numeric, &object_parts::monetary, &object_parts::calendar,
-                  &object_parts::messages}) {
-                object_parts parts;
-                parts.*part = "?\n";
-                load_error(parts.text());
-                install("default.lco", parts.text());
-                vel_locale *locale = nullptr;
-                vel_createlocale_4(&locale);
-                vel_lc_unload(locale);
-            }
-            exit(0);
-        },
-        testing::ExitedWithCode(0), "");
-    std::string log = scratch.read("vels.log"), failures;
-    for (size_t at = 0; (at = log.find("Failed to ", at)) != std::string::npos; ++at) {
-        failures += log.substr(at + 10, log.find(" information", at) - at - 10) + ", ";
-    }
-    EXPECT_EQ(failures, "read numeric, read numeric, read monetary, read monetary, read time, "
-                        "read time, initialize messages, read messages, ");
 }
 
 } // namespace

@@ -1,19 +1,17 @@
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
 #include <vector>
 
+#include "support/host.h"
 #include "vels/errors.h"
 #include "vels/names.h"
 #include "vels/registry.h"
 
 namespace {
 
-namespace fs = std::filesystem;
 using std::string;
 using operation = std::function<int32_t(void *context, const char *in, char *out)>;
 using with_path = int32_t (*)(void *, const char *, char *, const char *);
@@ -34,21 +32,15 @@ const string us_file = "en_us\\0333.lco";
 
 class names_test : public testing::Test {
 protected:
-    void SetUp() override {
-        folder =
-            fs::temp_directory_path() / ("vels-names-" + std::to_string(std::random_device{}()));
+    names_test() {
         for (const char *file : {"en_us/0333.lco", "de_de/0333euro.lco", "de_de/1.lco",
-                                 "de_de/0333ab.lco", "en_usx", "de_de/2"}) {
-            fs::create_directories((folder / file).parent_path());
-            std::ofstream(folder / file, std::ios::binary);
-        }
-        path = (folder / "registry").string();
-        std::ofstream(path, std::ios::binary)
-            << "8859-1 819\nlatin-1 819\nutf8 57372\nabcdefghijklmnopqrstu 1\n";
+                                 "de_de/0333ab.lco", "en_usx", "de_de/2"})
+            host.files[string("/n/") + file];
+        host.files[path] = "8859-1 819\nlatin-1 819\nutf8 57372\nabcdefghijklmnopqrstu 1\n";
     }
-    void TearDown() override {
+    ~names_test() override {
         vel_free_registry_cache();
-        fs::remove_all(folder);
+        EXPECT_EQ(host.blocks.size() + host.open_streams, 0u);
     }
 
     // Each input gives the output, also in place of the input, and stores no number.
@@ -84,8 +76,8 @@ protected:
         };
     }
 
-    fs::path folder;
-    string path;
+    vel_test::test_host host;
+    string path = "/n/registry";
     const char *dir = nullptr;
     const operation fname = [this](void *context, const char *in, char *out) {
         return vel_lc_spec2lc_fname(context, in, out, path.c_str(), dir);
@@ -114,7 +106,7 @@ TEST_F(names_test, file_name) {
 }
 
 TEST_F(names_test, error_numbers_of_the_registry_pass_through) {
-    path = (folder / "none").string();
+    path = "/n/none";
     fails(fname, {us}, VEL_EFORMAT);
     fails(fname, {"en_us.#no", "en_us"}); // nothing to look up
     fails(bind(vel_lc_spec2lc_norm), {us, long_form(us) + " ; "}, VEL_EFORMAT);
@@ -214,8 +206,8 @@ TEST_F(names_test, validity) {
 }
 
 TEST_F(names_test, file_names_to_specification) {
-    auto run = [&](void *context, const char *in, char *out) {
-        string text = folder.string() + '\0';
+    auto run = [](void *context, const char *in, char *out) {
+        string text = string("/n") + '\0';
         int32_t result = vel_lc_fname2lc_spec(context, in, out, text.data());
         EXPECT_EQ(text.back(), string(in).find("VEL_TIME") == string::npos ? '\0' : '\\');
         return result;

@@ -1,59 +1,25 @@
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "names/registry.h"
+#include "support/host.h"
 #include "vels/errors.h"
-#include "vels/host.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr uint16_t none = VEL_CS_INVALID;
 constexpr int32_t bad = VEL_EBADFILE;
 
-int32_t live_blocks;
-int32_t allocations_left; // negative: no limit
-
-void *counting_malloc(size_t size) {
-    if (allocations_left-- == 0) return nullptr;
-    ++live_blocks;
-    return vel_ext_malloc(size);
-}
-void counting_free(void *block) {
-    --live_blocks;
-    vel_ext_free(block);
-}
-
-template <typename Function> void install(int32_t slot, Function *hook) {
-    vel_setextfunc(nullptr, slot, reinterpret_cast<vel_hook>(hook));
-}
-
 class registry_test : public testing::Test {
 protected:
-    void SetUp() override {
-        folder = fs::temp_directory_path() / ("vels-cs-" + std::to_string(std::random_device{}()));
-        fs::create_directories(folder / "vels" / "cm3");
-        path = (folder / "vels" / "cm3" / "registry").string();
-        live_blocks = 0;
-        allocations_left = -1;
-        install(VEL_HOOK_MALLOC, counting_malloc);
-        install(VEL_HOOK_FREE, counting_free);
-    }
-    void TearDown() override {
+    ~registry_test() override {
         vel_free_registry_cache();
-        EXPECT_EQ(live_blocks, 0);
-        for (int32_t slot = 0; slot < VEL_HOOK_COUNT; ++slot)
-            vel_setextfunc(nullptr, slot, nullptr);
-        fs::remove_all(folder);
+        EXPECT_EQ(host.blocks.size() + host.open_streams, 0u);
     }
 
-    void write(const std::string &content) { std::ofstream(path, std::ios::binary) << content; }
+    void write(const std::string &content) { host.files[path] = content; }
     const vel_registry_entry *cache() { return vel_cache_registry(&error, path.c_str()); }
     void expect(const char *name, uint16_t number, int32_t expected_error = 0) {
         error = 0;
@@ -62,8 +28,8 @@ protected:
         EXPECT_EQ(vel_cs_name2cs_num(nullptr, name, path.c_str()), number) << name;
     }
 
-    fs::path folder;
-    std::string path;
+    vel_test::test_host host;
+    const std::string path = "/r/vels/cm3/registry";
     int32_t error = 0;
 };
 
@@ -92,9 +58,8 @@ const lookup_row lookups[] = {
 };
 
 TEST_F(registry_test, lookup) {
-    // With a hook in place every byte comes through it; without, blocks are read.
-    for (auto *hook : {static_cast<int32_t (*)(void *)>(nullptr), vel_ext_fgetc}) {
-        install(VEL_HOOK_FGETC, hook);
+    for (bool hooked : {false, true}) { // else blocks are read
+        if (hooked) host.hook_streams();
         for (const lookup_row &row : lookups) {
             for (const char *content : row.contents) {
                 SCOPED_TRACE(content);
@@ -125,7 +90,7 @@ TEST_F(registry_test, cache_answers_until_it_is_freed) {
     expect("utf8", none, VEL_EINVAL); // the built-in table does not stand beside a cache
     EXPECT_EQ(cache()->number, 3);
     vel_free_registry_cache();
-    fs::remove(path);
+    host.files.erase(path);
     expect("819", none, VEL_EFORMAT);
 
     EXPECT_EQ(cache(), nullptr); // from here on the table answers
@@ -140,29 +105,25 @@ TEST_F(registry_test, cache_answers_until_it_is_freed) {
     expect("utf8", none, VEL_EFORMAT);
 }
 
-#ifndef _WIN32
 TEST_F(registry_test, installed_file_is_found_by_the_search) {
     write("mine 4242\n");
-    setenv("CORVANEDIR", folder.c_str(), 1);
-    unsetenv("VEL_PATH");
+    host.environment["CORVANEDIR"] = "/r";
     EXPECT_EQ(vel_cs_name2cs_num(&error, "mine", nullptr), 4242);
     EXPECT_EQ(vel_cs_name2cs_num(&error, "mine", ""), none); // an empty path is a file here
     EXPECT_NE(vel_cache_registry(&error, ""), nullptr);      // and no path here
-    unsetenv("CORVANEDIR");
 }
-#endif
 
 TEST_F(registry_test, every_allocation_of_caching_may_fail) {
     write("a 1\nb 2\nc 3\n");
-    for (int32_t n = 0; n < 6; ++n) {
-        allocations_left = n;
+    for (int n = 1; n <= 6; ++n) {
+        host.fail_allocation(n);
         error = 0;
         EXPECT_EQ(cache(), nullptr) << n;
         EXPECT_EQ(error, VEL_ENOMEM);
-        EXPECT_EQ(live_blocks, 0);
+        EXPECT_TRUE(host.failed && host.blocks.empty());
         expect("cp437", 437);
     }
-    allocations_left = 6;
+    host.fail_allocation(7);
     EXPECT_NE(cache(), nullptr);
 }
 

@@ -4,6 +4,7 @@
 #include <random>
 
 #include "objfile/lookup.h"
+#include "support/make_locale.h"
 #include "support/make_object.h"
 #include "vels/errors.h"
 
@@ -61,19 +62,11 @@ void compare(const sealed_pair &pair, const std::string &bytes) {
 
 // By code: the bytes that its magnitude asks for.
 void compare_code(const sealed_pair &pair, vel_wchar code) {
-    int32_t n = pair.table->shortest;
-    if (code > 0xFFFFFF)
-        n = 4;
-    else if (code > 0xFFFF)
-        n = n < 4 ? 3 : n;
-    else if (code > 0xFF)
-        n = n < 3 ? 2 : n;
-    std::string bytes;
-    for (int32_t i = n - 1; i >= 0; --i) bytes += static_cast<char>(code >> (8 * i));
+    const std::string bytes = pack(code, static_cast<size_t>(pair.table->shortest));
     auto [value, used] = walk(pair.trie, bytes);
     int32_t error = 0;
     found by_code = vel_trie_find_code(&error, *pair.table, code);
-    ASSERT_EQ(by_code.ok, value >= 0 && used == n) << std::hex << code;
+    ASSERT_EQ(by_code.ok, value >= 0 && used + 0u == bytes.size()) << std::hex << code;
     ASSERT_EQ(error, by_code.ok ? 0 : VEL_EILSEQ);
     if (by_code.ok) {
         ASSERT_EQ(by_code.value, value);
@@ -130,28 +123,19 @@ TEST(sealed, numbers_of_bounded_look_ups) {
     release_table(nullptr);
 }
 
-std::string utf8(uint32_t c) {
-    const auto trail = [&](int shift) { return static_cast<char>(0x80 | (c >> shift & 63)); };
-    if (c < 0x80) return {static_cast<char>(c)};
-    if (c < 0x800) return {static_cast<char>(0xC0 | c >> 6), trail(0)};
-    if (c < 0x10000) return {static_cast<char>(0xE0 | c >> 12), trail(6), trail(0)};
-    return {static_cast<char>(0xF0 | c >> 18), trail(12), trail(6), trail(0)};
-}
-
 TEST(sealed, shapes_are_told_from_the_table) {
     characters ascii;
-    for (char c = 0; c >= 0 && c < 127; ++c) ascii[std::string(1, c)] = 1;
-    ascii["\x7F"] = 1;
+    for (vel_wchar c = 0; c < 0x80; ++c) ascii[pack(c)] = 1;
     characters all = ascii;
     for (uint32_t c = 0x80; c < 0x110000; ++c) {
-        if (c < 0xD800 || c > 0xDFFF) all[utf8(c)] = static_cast<uint16_t>(c % 300 == 0);
+        if (c < 0xD800 || c > 0xDFFF) all[pack(utf8(c))] = static_cast<uint16_t>(c % 300 == 0);
     }
     const auto with = [](characters entries, const char *more) {
         entries[more] = 1;
         return entries;
     };
     const auto without = [](characters entries, uint32_t c) {
-        entries.erase(utf8(c));
+        entries.erase(pack(utf8(c)));
         return entries;
     };
     const struct {

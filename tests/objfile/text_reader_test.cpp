@@ -146,22 +146,9 @@ TEST(text_reader, skipping_to_a_line) {
         std::string text;
         size_t wanted = random() % 4 ? 300 : 70000;
         while (text.size() < wanted) {
-            switch (random() % 8) {
-            case 0:
-                text += marker;
-                break;
-            case 1:
-                text += "### X";
-                break;
-            case 2:
-                text += "#";
-                break;
-            case 3:
-                text.append(random() % 40, '\n');
-                break;
-            default:
-                text.append(random() % 70, 'a');
-            }
+            const std::string pieces[] = {marker, "### X", "#", std::string(random() % 40, '\n')};
+            const size_t piece = random() % 8;
+            text += piece < 4 ? pieces[piece] : std::string(random() % 70, 'a');
         }
         int32_t size = round % 3 ? 32 : 8;
         text_stream skipped(text), plain(text);

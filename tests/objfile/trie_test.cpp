@@ -29,6 +29,12 @@ vel_trie *read(const std::string &text, int32_t *error, int32_t max_key = 4) {
     return nullptr;
 }
 
+int32_t value_in(const vel_trie *table, const std::string &bytes) {
+    vel_mbkey key = key_of(bytes);
+    const unsigned char *found = vel_trie_built_value(table, &key);
+    return found ? found[0] | found[1] << 8 : -1;
+}
+
 std::string written(vel_trie *table) {
     string_sink sink;
     vel_trie_write(sink, table, write_trie_value16);
@@ -74,18 +80,16 @@ TEST(trie, written_and_read_back) {
             int32_t error;
             vel_trie *table = read(text, &error);
             ASSERT_NE(table, nullptr) << error;
-            for (const auto &[bytes, value] : entries) {
-                vel_mbkey key = key_of(bytes);
-                const unsigned char *found = vel_trie_built_value(table, &key);
-                ASSERT_NE(found, nullptr);
-                uint16_t got;
-                memcpy(&got, found, 2);
-                ASSERT_EQ(got, value);
-            }
+            for (const auto &[bytes, value] : entries) ASSERT_EQ(value_in(table, bytes), value);
             EXPECT_EQ(written(table), text) << "the same text again";
             vel_trie_free(table);
         }
     }
+    int32_t error;
+    vel_trie *single_bytes = read(table_text({{"A", 2}}, 9), &error);
+    ASSERT_NE(single_bytes, nullptr);
+    EXPECT_EQ(value_in(single_bytes, "\xFF"), 9) << "every byte is accepted";
+    vel_trie_free(single_bytes);
 }
 
 TEST(trie, equal_blocks_are_shared_once) {
@@ -128,17 +132,6 @@ TEST(trie, how_runs_are_chosen) {
     EXPECT_EQ(page_lines({0, 0, 4}), "630010010004\n");
 }
 
-TEST(trie, a_table_of_single_bytes_accepts_every_byte) {
-    int32_t error;
-    vel_trie *table = read(table_text({{"A", 2}}, 9), &error);
-    ASSERT_NE(table, nullptr);
-    vel_mbkey never = key_of("\xFF");
-    const unsigned char *value = vel_trie_built_value(table, &never);
-    ASSERT_NE(value, nullptr);
-    EXPECT_EQ(value[0], 9);
-    vel_trie_free(table);
-}
-
 TEST(trie, refused_tables) {
     const std::string plain = "2 1 1 0000\n1 1\n";
     const std::string shared = "2 1 3 0000\n1 1\n4100100104\n0000000\n410010010007\n0000000\n";
@@ -153,10 +146,7 @@ TEST(trie, refused_tables) {
         {"shortest above longest", "1 2 1 0000\n1 0\n0000000\n", VEL_EBADFILE},
         {"no shortest", "1 0 1 0000\n1 0\n0000000\n", VEL_EBADFILE},
         {"state", plain + "4100100102\n0000000\n", VEL_EBADFILE},
-        {"run beyond the end",
-         plain + "ff00200104"
-                 "04\n0000000\n",
-         VEL_EBADFILE},
+        {"run beyond the end", plain + "ff0020010404\n0000000\n", VEL_EBADFILE},
         {"repeat beyond the end", plain + "0000110104\n0000000\n", VEL_EBADFILE},
         // Fields of odd characters whose product wraps around to 0.
         {"wrapping run", plain + "00\xFF\x0F\x10\xFF\x0F\x10" + std::string(90000, '0'),
@@ -216,11 +206,10 @@ TEST(mbkey, arithmetic) {
         vel_mbkey_add(&key, one.delta, &sum);
         EXPECT_EQ(vel_mbkey_value(&sum), one.sum);
         EXPECT_EQ(sum.length, one.length);
+        if (one.delta == INT32_MIN) continue;
         vel_mbkey back;
-        vel_mbkey_add(&sum, -static_cast<int64_t>(one.delta) > INT32_MAX ? 0 : -one.delta, &back);
-        if (one.delta != INT32_MIN) {
-            EXPECT_TRUE(vel_mbkey_equal(&back, &key));
-        }
+        vel_mbkey_add(&sum, -one.delta, &back);
+        EXPECT_TRUE(vel_mbkey_equal(&back, &key));
     }
     vel_mbkey one = key_of("a"), two = key_of("ab");
     EXPECT_FALSE(vel_mbkey_equal(&one, &two));

@@ -78,6 +78,14 @@ public:
     void add_ascii_letters() {
         for (vel_wchar c = 'a'; c <= 'z'; ++c) add_case(c - 32, c);
     }
+    void add_blanks() {
+        add(' ', VEL_CLASS_SPACE | VEL_CLASS_BLANK);
+        add('\t', VEL_CLASS_SPACE | VEL_CLASS_BLANK | VEL_CLASS_CNTRL);
+    }
+    void add_ascii() {
+        add_range(0, 0x7F);
+        add_ascii_letters();
+    }
 
     // To be called once, when all characters are in.
     vel_locale *finish() {
@@ -130,8 +138,7 @@ inline locale_ptr make_utf8() {
         if (code != 0xD7) made->add_case(utf8(code), utf8(code + 32));
     }
     for (uint32_t code = 0x410; code < 0x430; ++code) made->add_case(utf8(code), utf8(code + 32));
-    made->add(' ', VEL_CLASS_SPACE | VEL_CLASS_BLANK);
-    made->add('\t', VEL_CLASS_SPACE | VEL_CLASS_BLANK | VEL_CLASS_CNTRL);
+    made->add_blanks();
     made->add(utf8(0x3000), VEL_CLASS_SPACE | VEL_CLASS_BLANK);
     made->finish();
     return made;
@@ -145,8 +152,7 @@ inline locale_ptr make_single_byte() {
     for (vel_wchar c = 0xC0; c < 0xDF; ++c) {
         if (c != 0xC9) made->add_case(c, c + 32);
     }
-    made->add(' ', VEL_CLASS_SPACE | VEL_CLASS_BLANK);
-    made->add('\t', VEL_CLASS_SPACE | VEL_CLASS_BLANK | VEL_CLASS_CNTRL);
+    made->add_blanks();
     made->finish();
     return made;
 }
@@ -154,8 +160,7 @@ inline locale_ptr make_single_byte() {
 // One to three bytes, with gaps in the rows, and a character with a zero byte inside.
 inline locale_ptr make_euc() {
     auto made = std::make_unique<test_locale>();
-    made->add_range(0, 0x7F);
-    made->add_ascii_letters();
+    made->add_ascii();
     made->add_rows(0x8E, 0x8E, 0xA1, 0xDF);
     made->add_rows(0xA1, 0xA7, 0xA1, 0xF3);
     made->add_rows(0xB0, 0xCE, 0xA1, 0xFE);
@@ -171,8 +176,7 @@ inline locale_ptr make_euc() {
 // One or two bytes; ASCII bytes and single bytes are also trailing bytes.
 inline locale_ptr make_sjis() {
     auto made = std::make_unique<test_locale>();
-    made->add_range(0, 0x7F);
-    made->add_ascii_letters();
+    made->add_ascii();
     made->add_range(0xA1, 0xDF);
     for (auto [first, last] : {std::pair{0x81, 0x84}, {0x88, 0x9F}, {0xE0, 0xEA}}) {
         made->add_rows(static_cast<vel_wchar>(first), static_cast<vel_wchar>(last), 0x40, 0x7E);
@@ -185,8 +189,7 @@ inline locale_ptr make_sjis() {
 // One, two and four bytes.
 inline locale_ptr make_gb() {
     auto made = std::make_unique<test_locale>();
-    made->add_range(0, 0x7F);
-    made->add_ascii_letters();
+    made->add_ascii();
     made->add_rows(0x85, 0xFE, 0x40, 0x7E);
     made->add_rows(0x85, 0xFE, 0x80, 0xFE);
     for (vel_wchar pair = 0x8130; pair <= 0x8139; ++pair) {
@@ -215,5 +218,13 @@ template <typename Operation> int32_t error_of(vel_locale *locale, Operation ope
     operation();
     return locale->error;
 }
+
+// A result and the error number that goes with it.
+#define EXPECT_RESULT(result, number, locale, call)                                                \
+    do {                                                                                           \
+        (locale)->error = 0;                                                                       \
+        EXPECT_EQ((result), (call));                                                               \
+        EXPECT_EQ((number), (locale)->error) << #call;                                             \
+    } while (0)
 
 } // namespace vel_test

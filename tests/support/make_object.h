@@ -126,7 +126,7 @@ inline object_parts multibyte_parts() {
     object_parts parts;
     characters masks, cases;
     for (char c = 0; c >= 0 && c < 0x7F; ++c) masks[std::string(1, c)] = 256;
-    masks["\xC3\x84"] = masks["\xC3\x96"] = 1 | 4;
+    masks["\xC3\x84"] = masks["\xC3\x96"] = masks["\xC4\xB0"] = 1 | 4;
     masks["\xC3\xA4"] = masks["\xC3\xB6"] = 2 | 4;
     masks["\xE2\x82\xAC"] = 64;
     for (const auto &[bytes, mask] : masks) cases[bytes] = 0;

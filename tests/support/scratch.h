@@ -8,9 +8,16 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <string>
+#include <string_view>
 
 namespace vel_test {
+
+inline std::string content_of(const std::filesystem::path &path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
 
 class scratch_directory {
 public:
@@ -33,21 +40,32 @@ public:
     scratch_directory(const scratch_directory &) = delete;
     scratch_directory &operator=(const scratch_directory &) = delete;
 
-    const std::string &path() const { return path_; }
-    std::string read(const std::string &name) const {
-        std::ifstream file(path_ + "/" + name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
+    std::string path() const { return path_.string(); }
+    std::filesystem::path operator/(const std::filesystem::path &name) const {
+        return path_ / name;
     }
-    void write(const std::string &name, const std::string &text) const {
-        std::filesystem::path file = path_ + "/" + name;
-        std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file, std::ios::binary) << text;
+
+    // Writes a file, with the directories above it.
+    std::filesystem::path put(const std::filesystem::path &name, std::string_view content) const {
+        std::filesystem::create_directories((path_ / name).parent_path());
+        std::ofstream(path_ / name, std::ios::binary) << content;
+        return path_ / name;
+    }
+
+    // Every file beneath a directory in it, hidden ones too, with its content.
+    std::map<std::string, std::string> files(const std::filesystem::path &below = "") const {
+        std::map<std::string, std::string> files;
+        for (const auto &entry : std::filesystem::recursive_directory_iterator(path_ / below))
+            if (entry.is_regular_file())
+                files[std::filesystem::relative(entry.path(), path_ / below).generic_string()] =
+                    content_of(entry.path());
+        return files;
     }
 
 private:
     static constexpr char variable[] = "VELS_TEST_SCRATCH";
 
-    std::string path_;
+    std::filesystem::path path_;
     bool owned_ = false;
 };
 

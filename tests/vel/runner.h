@@ -2,15 +2,14 @@
 #pragma once
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "support/scratch.h"
 
 namespace vel_test {
 
@@ -19,18 +18,6 @@ struct outcome {
     std::string out;
     std::string err;
 };
-
-inline std::string read_file(const std::string &path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
-
-inline void write_file(const std::string &path, const std::string &text) {
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
-    std::ofstream(path, std::ios::binary) << text;
-}
 
 inline std::string shell_word(const std::string &word) {
     std::string result = "'";
@@ -45,17 +32,20 @@ inline std::string repeated(const std::string &text, size_t times) {
     return result;
 }
 
+// Every part has to stand in the text.
+inline void expect_parts(const std::string &text, const std::vector<std::string> &parts) {
+    for (const std::string &part : parts)
+        EXPECT_NE(text.find(part), text.npos) << part << " in " << text;
+}
+
 // A folder of its own for each test, and the tool with nothing of the caller's environment.
 class vel_tool_test : public testing::Test {
 protected:
-    void SetUp() override {
-        std::string name = testing::TempDir() + "vel.XXXXXX";
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        folder_ = name;
-    }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
+    std::string in_folder(const std::string &name) const { return (folder_ / name).string(); }
 
-    std::string in_folder(const std::string &name) const { return folder_ + "/" + name; }
+    std::string put(const std::string &name, const std::string &text) const {
+        return folder_.put(name, text).string();
+    }
 
     // A shell command in which "vel" is the tool; `variables` are words like NAME=value.
     outcome shell(const std::string &command, const std::vector<std::string> &variables = {}) {
@@ -63,13 +53,12 @@ protected:
             "vel() { env -i LC_ALL=C.UTF-8 CORVANEDIR=" + shell_word(VELS_TEST_DATA_ROOT);
         for (const std::string &variable : variables) script += " " + shell_word(variable);
         script += " " VELS_VEL_PATH " \"$@\"; }\n" + command;
-        write_file(in_folder("script"), script);
         std::string out = in_folder("stdout"), err = in_folder("stderr");
-        int raw = system(("sh " + shell_word(in_folder("script")) + " > " + shell_word(out) +
+        int raw = system(("sh " + shell_word(put("script", script)) + " > " + shell_word(out) +
                           " 2> " + shell_word(err) + " < /dev/null")
                              .c_str());
         int status = WIFEXITED(raw) ? WEXITSTATUS(raw) : 128 + WTERMSIG(raw);
-        return {status, read_file(out), read_file(err)};
+        return {status, content_of(out), content_of(err)};
     }
 
     outcome vel(const std::vector<std::string> &arguments,
@@ -81,13 +70,12 @@ protected:
 
     // The same with `text` in a file, whose path is the last argument.
     outcome vel_on(const std::string &text, std::vector<std::string> arguments) {
-        write_file(in_folder("text"), text);
-        arguments.push_back(in_folder("text"));
+        arguments.push_back(put("text", text));
         return vel(arguments);
     }
 
 private:
-    std::string folder_;
+    scratch_directory folder_;
 };
 
 } // namespace vel_test

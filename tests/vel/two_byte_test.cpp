@@ -38,12 +38,8 @@ std::string two_byte_locale() {
 
 class two_byte : public vel_tool_test {
 protected:
-    void SetUp() override {
-        vel_tool_test::SetUp();
-        write_file(in_folder("wide.lco"), two_byte_locale());
-        locale_ = in_folder("wide.lco"); // an absolute path is a specification too
-    }
-    std::string locale_;
+    // An absolute path is a specification too.
+    const std::string locale_ = put("wide.lco", two_byte_locale());
 };
 
 // Text in two-byte characters.

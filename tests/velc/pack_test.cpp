@@ -7,7 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "scratch.h"
+#include "support/scratch.h"
 #include "velc/commands.h"
 #include "velc/output_file.h"
 #include "velc/pack.h"
@@ -16,6 +16,7 @@
 namespace {
 
 using namespace velc;
+using vel_test::scratch_directory;
 
 struct outcome {
     int code;
@@ -42,7 +43,7 @@ constexpr const char *small_locales = "default C UTF-8\n"
                                       "ast_ES ISO-8859-15\n";
 
 // The standard recipe with fewer locales.
-std::string small_recipe(const scratch &at, const char *locales = small_locales) {
+std::string small_recipe(const scratch_directory &at, const char *locales = small_locales) {
     at.put("recipe/codesets", standard_recipe.codesets);
     at.put("recipe/aliases", standard_recipe.aliases);
     at.put("recipe/locales", locales);
@@ -50,7 +51,7 @@ std::string small_recipe(const scratch &at, const char *locales = small_locales)
 }
 
 TEST(pack, is_the_same_whatever_the_number_of_jobs) {
-    const scratch at;
+    const scratch_directory at;
     const std::string recipe = small_recipe(at);
     const std::string first = (at / "one").string(), second = (at / "deeper/two").string();
     const outcome made = run_velc({"pack", "-j1", "--recipe", recipe, "-o", first});
@@ -59,8 +60,8 @@ TEST(pack, is_the_same_whatever_the_number_of_jobs) {
     EXPECT_EQ(made.err, "") << "no progress bar where nobody looks";
     EXPECT_EQ(run_velc({"pack", "-q", "-j7", "--recipe", recipe, "-o", second}).out, "");
 
-    const auto files = tree_of(first);
-    EXPECT_TRUE(files == tree_of(second));
+    const auto files = at.files("one");
+    EXPECT_TRUE(files == at.files("deeper/two"));
     for (const char *expected :
          {"vels/cm3/registry", "vels/cm3/0333.cmo", "vels/cm3/13ba.cmo", "vels/cm3/e007.cmo",
           "vels/lc11/default.lco", "vels/lc11/c.utf-8", "vels/lc11/de_de/0333.lco",
@@ -76,7 +77,7 @@ TEST(pack, is_the_same_whatever_the_number_of_jobs) {
 }
 
 TEST(pack, goes_on_after_a_bad_locale_and_says_so) {
-    const scratch at;
+    const scratch_directory at;
     const std::string recipe = small_recipe(at, "default C UTF-8\nxx_XX UTF-8\nde_DE ISO-8859-1\n");
     const outcome made = run_velc({"pack", "-q", "--recipe", recipe, "-o", (at / "t").string()});
     EXPECT_EQ(made.code, 1);
@@ -86,7 +87,7 @@ TEST(pack, goes_on_after_a_bad_locale_and_says_so) {
 }
 
 TEST(pack, refuses_recipes_that_contradict_themselves) {
-    const scratch at;
+    const scratch_directory at;
     const source_library sources;
     const auto plan = [&](const char *locales) {
         const recipe what = read_recipe(small_recipe(at, locales));
@@ -100,18 +101,18 @@ TEST(pack, refuses_recipes_that_contradict_themselves) {
 }
 
 TEST(output, is_whole_or_not_there) {
-    const scratch at;
+    const scratch_directory at;
     write_output(at / "a/b/file", "one");
     write_output(at / "a/b/file", "two");
-    EXPECT_EQ(tree_of(at.path()), (std::map<std::string, std::string>{{"a/b/file", "two"}}));
+    EXPECT_EQ(at.files(), (std::map<std::string, std::string>{{"a/b/file", "two"}}));
     std::filesystem::create_directory(at / "a/b/directory");
     EXPECT_THROW(write_output(at / "a/b/directory", "x"), tool_error);
     EXPECT_THROW(write_output(at / "a/b/file/below", "x"), tool_error);
-    EXPECT_EQ(tree_of(at.path()).size(), 1u) << "nothing is left beside";
+    EXPECT_EQ(at.files().size(), 1u) << "nothing is left beside";
 }
 
 TEST(output, goes_into_a_pipe_and_does_not_replace_it) {
-    const scratch at;
+    const scratch_directory at;
     const std::string path = (at / "pipe").string();
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
     std::FILE *reader = fdopen(open(path.c_str(), O_RDWR), "r");
@@ -125,7 +126,7 @@ TEST(output, goes_into_a_pipe_and_does_not_replace_it) {
 
 // A wrong command, the exit code, and what the complaint has to name.
 TEST(command_line, says_what_is_wrong) {
-    const scratch at;
+    const scratch_directory at;
     const std::string out = (at / "x.lco").string(), recipe = small_recipe(at);
     at.put("src/charmaps/UTF-8", "CHARMAP\n");
     at.put("src/locales/bad", "LC_TIME\nnonsense\nEND LC_TIME\n");
@@ -169,7 +170,7 @@ TEST(command_line, says_what_is_wrong) {
 }
 
 TEST(command_line, fails_on_characters_that_cannot_be_written_only_when_told) {
-    const scratch at;
+    const scratch_directory at;
     const std::string out = (at / "x.lco").string();
     const std::vector<std::string> lenient = {"locale", "ja_JP", "-c", "ISO-8859-1", "-o", out};
     std::vector<std::string> strict = lenient;
