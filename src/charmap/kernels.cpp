@@ -18,8 +18,9 @@ bool has_avx2() {
 }
 
 bool has_avx512() {
-    return has_avx2() && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vl") &&
-           __builtin_cpu_supports("avx512vbmi") && __builtin_cpu_supports("avx512vbmi2");
+    return has_avx2() && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512cd") &&
+           __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512vbmi") &&
+           __builtin_cpu_supports("avx512vbmi2");
 }
 
 void look_at_processor() {

@@ -10,7 +10,8 @@
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
 #endif
 
-VEL_TARGET_BEGIN("avx2,bmi,bmi2,popcnt,lzcnt,avx512f,avx512bw,avx512vl,avx512vbmi,avx512vbmi2")
+VEL_TARGET_BEGIN("avx2,bmi,bmi2,popcnt,lzcnt,avx512f,avx512bw,avx512cd,avx512vl,avx512vbmi,"
+                 "avx512vbmi2")
 
 namespace vel {
 namespace {

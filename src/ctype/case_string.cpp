@@ -58,12 +58,6 @@ template <letter_case to>
     vel_wchar mapped = case_of<to>(locale, cell_value(walked.cell));
     vel_wchar value = mapped ? mapped : walked.value;
     at.in += walked.used;
-    if (is_utf8 && walked.used == 2 && value - 0xC280 <= 0xDFBF - 0xC280 && (value & 0xC0) == 0x80)
-        [[likely]] {
-        put_packed(at.out, value, 2);
-        at.out += 2;
-        return at;
-    }
     uint32_t length = is_utf8 ? utf8_length(value) : 0;
     if (!mapped) length = static_cast<uint32_t>(walked.used);
     if (length) {
@@ -71,6 +65,53 @@ template <letter_case to>
         at.out += length;
     } else {
         at.out += put_mapped(locale, mapped, at.out);
+    }
+    return at;
+}
+
+inline vel_wchar load_reversed(const unsigned char *in) {
+    vel_wchar value;
+    memcpy(&value, in, sizeof value);
+    return __builtin_bswap32(value);
+}
+
+// Copies characters of three bytes, four at a time, while none of them changes its case.
+inline cursor copy_caseless(const sealed_table &cases, cursor at, const unsigned char *end) {
+    constexpr uint32_t caseless = cell_end; // with case index 0
+    while (end - at.in >= 13) {             // the last load has a byte to spare
+        uint32_t other = 0;
+#pragma GCC unroll 4
+        for (int i = 0; i < 4; ++i) {
+            other |= cases.find_quickly(load_reversed(at.in + 3 * i) >> 8) ^ caseless;
+        }
+        if (other) break;
+        memmove(at.out, at.in, 12);
+        at.in += 12;
+        at.out += 12;
+    }
+    return at;
+}
+
+// Maps UTF-8 characters of one length to others of that length. Stops before anything else: what
+// follows is another length, does not map so simply, or is invalid.
+template <letter_case to, uint32_t length>
+cursor map_run(const vel_locale *locale, cursor at, const unsigned char *end) {
+    constexpr unsigned char lead = length == 2 ? 0xC0 : 0xE0;
+    const sealed_table &cases = cases_of(locale);
+    const case_pair *pairs = locale->ctype.pairs; // no store here changes it
+    while (end - at.in >= static_cast<ptrdiff_t>(length) &&
+           (at.in[0] & (lead | lead >> 1)) == lead) {
+        vel_wchar value = static_cast<vel_wchar>(at.in[0] << 8 | at.in[1]);
+        if (length == 3) value = value << 8 | at.in[2];
+        uint32_t cell = cases.find_quickly(value);
+        if (!is_end(cell)) break;
+        vel_wchar mapped = case_in<to>(pairs[cell_value(cell)]);
+        if (mapped) value = mapped;
+        if (utf8_length(value) != length) break;
+        put_packed(at.out, value, length);
+        at.in += length;
+        at.out += length;
+        if (length == 3 && !mapped) at = copy_caseless(cases, at, end);
     }
     return at;
 }
@@ -102,6 +143,11 @@ cursor map_span(vel_locale *locale, ascii_runs<to> &runs, cursor at, size_t n) {
                 *at.out++ = flip_letter(*at.in++, runs.first_letter);
                 continue;
             }
+        }
+        if (is_utf8) {
+            const unsigned char *before = at.in;
+            at = *at.in < 0xE0 ? map_run<to, 2>(locale, at, end) : map_run<to, 3>(locale, at, end);
+            if (at.in != before) continue;
         }
         valued_walk walked = walk_value(cases, at.in, left);
         if (!is_end(walked.cell)) break;

@@ -7,10 +7,13 @@ namespace vel {
 
 enum class letter_case : bool { upper, lower };
 
+template <letter_case to> vel_wchar case_in(const case_pair &pair) {
+    return to == letter_case::upper ? pair.upper : pair.lower;
+}
+
 // The value of a case index in one case, 0 when it maps to itself.
 template <letter_case to> vel_wchar case_of(const vel_locale *locale, uint16_t index) {
-    const case_pair &pair = locale->ctype.pairs[index]; // pair 0 is two zeroes
-    return to == letter_case::upper ? pair.upper : pair.lower;
+    return case_in<to>(locale->ctype.pairs[index]); // pair 0 is two zeroes
 }
 
 inline const sealed_table &cases_of(const vel_locale *locale) {

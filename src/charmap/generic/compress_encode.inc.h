@@ -26,14 +26,32 @@ inline bool is_dense(uint64_t used) {
     return (used << 1 & not_first_bytes & ~used) == 0;
 }
 
-// Whether each of the values is one UTF-8 character. The characters cannot run into each other:
-// the trails must be exactly the bytes behind the first of each value.
-inline bool all_exist(const utf8_set &, const turned_values &turned) {
-    utf8_masks masks = masks_of(turned.bytes);
-    uint64_t behind = turned.used << 1 & not_first_bytes & turned.used;
-    if (((behind ^ masks.trails) | (masks.wanted() ^ masks.trails)) != 0) return false;
-    if (whole_bytes(masks, 64) != 64) return false;
-    return !has_touchy(turned.bytes, masks.leads) || touchy_errors(turned.bytes, masks) == 0;
+// What a UTF-8 character of each length looks like, by the zero bytes above it in its value: the
+// bits that are the same in all of them, and the range. Value 0 is the case of four.
+struct utf8_forms {
+    uint32_t mask[16], wanted[16];
+    uint32_t first[16], span[16];
+};
+alignas(64) constexpr utf8_forms forms = {
+    {0xC0C0C0, 0xC0C0, 0xC0, 0, 0},
+    {0x808080, 0x8080, 0x80, 0, 0},
+    {0xF0908080, 0xE0A080, 0xC280, 0, 0},
+    {0xF48FBFBF - 0xF0908080, 0xEFBFBF - 0xE0A080, 0xDFBF - 0xC280, 0x7F, 0x7F},
+};
+
+// The values that are not one UTF-8 character each.
+inline __mmask16 no_characters(__m512i values) {
+    __m512i form = _mm512_srli_epi32(_mm512_lzcnt_epi32(values), 3);
+    auto by_form = [form](const uint32_t *table) {
+        return _mm512_permutexvar_epi32(form, _mm512_load_si512(table));
+    };
+    __m512i fixed = _mm512_and_si512(values, by_form(forms.mask));
+    __m512i offset = _mm512_sub_epi32(values, by_form(forms.first));
+    __m512i plane = _mm512_and_si512(values, _mm512_set1_epi32(static_cast<int>(0xFFFFE000)));
+    return static_cast<__mmask16>(
+        _mm512_cmpneq_epi32_mask(fixed, by_form(forms.wanted)) |
+        _mm512_cmpgt_epu32_mask(offset, by_form(forms.span)) |
+        _mm512_cmpeq_epi32_mask(plane, _mm512_set1_epi32(0xEDA000))); // surrogates
 }
 
 // Whether the table has a character for each of the values, which are dense. Values of one and two
@@ -75,32 +93,20 @@ inline size_t squeeze(__m512i bytes, uint64_t used, unsigned char *out, size_t r
     return count;
 }
 
-// Sixteen values of any lengths; 0 bytes when they do not fit or are not all characters.
-template <typename Set>
-size_t put_any(const Set &set, const turned_values &turned, unsigned char *out, size_t room) {
-    if (!is_dense(turned.used) || !all_exist(set, turned)) return 0;
-    return squeeze(turned.bytes, turned.used, out, room);
-}
+// At most sixteen values of any lengths; 0 bytes when they do not fit or are not all characters.
 
-// The same with a short cut: ASCII and characters of three bytes whose leads need no other look,
-// which is most of East Asian text.
-inline size_t put_sixteen(const utf8_set &set, const vel_wchar *in, size_t n, unsigned char *out,
+inline size_t put_sixteen(const utf8_set &, const vel_wchar *in, size_t n, unsigned char *out,
                           size_t room) {
     turned_values turned = turn(in, n);
-    __mmask16 three = _mm512_cmpgt_epu32_mask(turned.values, _mm512_set1_epi32(0x7F));
-    __m512i form = _mm512_and_si512(turned.values, _mm512_set1_epi32(static_cast<int>(0xFFF0C0C0)));
-    __m512i lead = _mm512_and_si512(turned.values, _mm512_set1_epi32(0x0F0000));
-    uint32_t bad = _mm512_mask_cmpneq_epi32_mask(three, form, _mm512_set1_epi32(0xE08080));
-    bad |= _mm512_mask_testn_epi32_mask(three, lead, lead);
-    bad |= _mm512_mask_cmpeq_epi32_mask(three, lead, _mm512_set1_epi32(0x0D0000));
-    if (bad) return put_any(set, turned, out, room);
-    return squeeze(turned.bytes, turned.used, out, room);
+    return no_characters(turned.values) ? 0 : squeeze(turned.bytes, turned.used, out, room);
 }
 
 template <bool ascii>
 size_t put_sixteen(const table_set<ascii> &set, const vel_wchar *in, size_t n, unsigned char *out,
                    size_t room) {
-    return put_any(set, turn(in, n), out, room);
+    turned_values turned = turn(in, n);
+    if (!is_dense(turned.used) || !all_exist(set, turned)) return 0;
+    return squeeze(turned.bytes, turned.used, out, room);
 }
 
 // Thirty-two values that fit 16 bits, as one register of 16-bit words.
@@ -143,15 +149,10 @@ inline size_t put_words(__m512i words, __mmask32 two, unsigned char *out) {
 
 inline size_t put_thirty_two(const utf8_set &, span_state &, const vel_wchar *in,
                              unsigned char *out) {
-    value_pair pair = {_mm512_loadu_si512(in), _mm512_loadu_si512(in + 16)};
-    if (!pair.all_words()) return 0;
-    __m512i words = pair.words();
-    __mmask32 two = above(words, 0x7F);
-    __m512i form = _mm512_and_si512(words, _mm512_set1_epi16(static_cast<short>(0xE0C0)));
-    __mmask32 bad =
-        _mm512_mask_cmpneq_epi16_mask(two, form, _mm512_set1_epi16(static_cast<short>(0xC080)));
-    bad |= _mm512_mask_cmplt_epu16_mask(two, words, _mm512_set1_epi16(static_cast<short>(0xC280)));
-    return bad ? 0 : put_words(words, two, out);
+    turned_values first = turn(in, 16), second = turn(in + 16, 16);
+    if (no_characters(first.values) | no_characters(second.values)) return 0;
+    size_t bytes = squeeze(first.bytes, first.used, out, 64);
+    return bytes + squeeze(second.bytes, second.used, out + bytes, 64);
 }
 
 template <bool ascii>
@@ -169,21 +170,23 @@ size_t put_thirty_two(const table_set<ascii> &, span_state &state, const vel_wch
 template <typename Set>
 span_progress encode_compressed(span_state &state, const vel_wchar *in, size_t n,
                                 unsigned char *out, size_t room) {
-    constexpr size_t most_bytes = 2 * word_count;
+    constexpr size_t most_bytes = 4 * word_count;
     Set set(state.table);
     if (std::is_same_v<Set, table_set<true>>) learn_rows(state, n);
     size_t i = 0, o = 0;
+    size_t ascii = 4 * word_count; // the ASCII just behind: whether a longer run is worth a look
     while (i < n) {
-        if (n - i >= word_count && room - o >= most_bytes && in[i] <= 0xFFFF) {
-            if (n - i >= 64 && (in[i] | in[i + 63]) < 0x80 &&
+        if (n - i >= word_count && room - o >= most_bytes) {
+            if (ascii >= 4 * word_count && n - i >= blocks::size &&
                 blocks::narrow(in + i, out + o, 0x7F)) {
-                i += 64;
-                o += 64;
+                i += blocks::size;
+                o += blocks::size;
                 continue;
             }
             if (size_t bytes = put_thirty_two(set, state, in + i, out + o)) {
                 i += word_count;
                 o += bytes;
+                ascii = bytes == word_count ? ascii + word_count : 0;
                 continue;
             }
         }

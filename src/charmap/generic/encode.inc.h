@@ -86,13 +86,21 @@ span_progress encode_packed(span_state &state, const vel_wchar *in, size_t n, un
     constexpr size_t room_of_stride = stride * 4 + 16 + 3;
     Set set(state.table);
     size_t i = 0, o = 0, known = 0;
+    bool in_ascii = true;
     for (;;) {
+        while (in_ascii && n - i >= blocks::size && room - o >= blocks::size &&
+               blocks::narrow(in + i, out + o, 0x7F)) {
+            i += blocks::size;
+            o += blocks::size;
+        }
+        if (known < i) known = i;
         while (known - i < 2 * stride && n - known >= stride &&
                (all_ascii(in + known) || all_exist(set, in + known))) {
             known += stride;
         }
         if (known - i < 2 * stride || room - o < room_of_stride) break;
-        if (all_ascii(in + i)) {
+        in_ascii = all_ascii(in + i);
+        if (in_ascii) {
             blocks::narrow16(in + i, out + o);
             o += stride;
         } else {
