@@ -20,6 +20,9 @@ struct blocks {
         _mm256_storeu_si256(static_cast<__m256i *>(out), block);
     }
     static bytes load(const void *in) { return reinterpret_cast<bytes>(load256(in)); }
+    template <typename Block> static void store(void *out, Block block) {
+        store256(out, reinterpret_cast<__m256i>(block));
+    }
     static words load_words(const void *in) { return reinterpret_cast<words>(load256(in)); }
 
     static bytes lookup(const unsigned char *table, bytes at) {
@@ -85,26 +88,7 @@ struct blocks {
         return true;
     }
 
-    static bool flip(const unsigned char *in, unsigned char *out, unsigned char first) {
-        if (!is_ascii(in)) return false;
-        bytes block = load(in);
-        auto is_letter = (block - first) < 26;
-        block ^= reinterpret_cast<bytes>(is_letter) & 0x20;
-        store256(out, reinterpret_cast<__m256i>(block));
-        return true;
-    }
-    static bool flip(const vel_wchar *in, vel_wchar *out, unsigned char first) {
-        words block[4];
-        words bits{};
-        for (int i = 0; i < 4; ++i) bits |= block[i] = load_words(in + 8 * i);
-        if (any(reinterpret_cast<bytes>(bits & ~0x7Fu))) return false;
-        for (int i = 0; i < 4; ++i) {
-            auto is_letter = (block[i] - first) < 26;
-            block[i] ^= reinterpret_cast<words>(is_letter) & 0x20;
-            store256(out + 8 * i, reinterpret_cast<__m256i>(block[i]));
-        }
-        return true;
-    }
+#include "charmap/generic/vector_flip.inc.h"
 };
 
 // In the order in which they stand on each other.
