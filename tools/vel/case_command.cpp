@@ -81,7 +81,7 @@ private:
     size_t used_ = 0;
 };
 
-uint64_t convert_files(session &run, const case_options &options, const code_set &codes,
+uint64_t convert_files(invocation &run, const case_options &options, const code_set &codes,
                        output &out) {
     string_mapping map = options.direction == "upper" ? vel_tombsupper : vel_tombslower;
     uint64_t invalid = 0;
@@ -96,7 +96,7 @@ uint64_t convert_files(session &run, const case_options &options, const code_set
     return invalid;
 }
 
-int change_case(session &run, const case_options &options) {
+int change_case(invocation &run, const case_options &options) {
     locale_handle locale = load_locale(options.locale);
     code_set codes(locale.get());
     std::optional<replacement_file> target;
@@ -108,7 +108,7 @@ int change_case(session &run, const case_options &options) {
 
 } // namespace
 
-void add_case_command(CLI::App &app, session &run) {
+void add_case_command(CLI::App &app, invocation &run) {
     CLI::App *command = app.add_subcommand("case", "write text in upper or lower case");
     auto options = std::make_shared<case_options>();
     command->add_option("DIRECTION", options->direction, "upper or lower")

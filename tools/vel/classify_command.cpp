@@ -6,10 +6,10 @@
 
 #include "vel/display.h"
 #include "vel/failure.h"
+#include "vel/invocation.h"
 #include "vel/locale_handle.h"
 #include "vel/locale_option.h"
 #include "vel/record_view.h"
-#include "vel/session.h"
 
 namespace vel_tool {
 namespace {
@@ -113,7 +113,7 @@ private:
     std::vector<class_bit> classes_;
 };
 
-int classify(session &run, const classify_options &options) {
+int classify(invocation &run, const classify_options &options) {
     std::string text = options.hex ? bytes_from_hex(options.text) : options.text;
     locale_handle locale = load_locale(options.locale);
     code_set codes(locale.get());
@@ -135,7 +135,7 @@ int classify(session &run, const classify_options &options) {
 
 } // namespace
 
-void add_classify_command(CLI::App &app, session &run) {
+void add_classify_command(CLI::App &app, invocation &run) {
     CLI::App *command = app.add_subcommand("classify", "show classes and case of characters");
     auto options = std::make_shared<classify_options>();
     command->add_option("TEXT", options->text, "the characters")->type_name("")->required();

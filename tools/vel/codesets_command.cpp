@@ -5,8 +5,8 @@
 
 #include "vel/failure.h"
 #include "vel/installation.h"
+#include "vel/invocation.h"
 #include "vel/search_log.h"
-#include "vel/session.h"
 #include "vels.h"
 
 namespace vel_tool {
@@ -41,7 +41,7 @@ rows_by_number collect() {
     return rows;
 }
 
-int show_codesets(session &run) {
+int show_codesets(invocation &run) {
     if (int32_t error = installed_registry().error) {
         throw failure(
             fmt::format("cannot read the code-set registry: {} (error {}): tried {}; give "
@@ -60,7 +60,7 @@ int show_codesets(session &run) {
 
 } // namespace
 
-void add_codesets_command(CLI::App &app, session &run) {
+void add_codesets_command(CLI::App &app, invocation &run) {
     CLI::App *command = app.add_subcommand("codesets", "list the code sets of the registry");
     command->footer("Columns: number, number in hexadecimal, whether there is a charmap, how many\n"
                     "locales use it, names separated by commas.");

@@ -71,7 +71,7 @@ std::vector<cell> row(const counts &c, const std::string &name) {
             std::to_string(c.invalid), name};
 }
 
-counts count_file(const session &run, const count_options &options, const code_set &codes,
+counts count_file(const invocation &run, const count_options &options, const code_set &codes,
                   const std::string &path) {
     input source(path);
     invalid_report report(run, source.name(), codes.name(), options.report.most());
@@ -81,7 +81,7 @@ counts count_file(const session &run, const count_options &options, const code_s
     return visitor.total();
 }
 
-int count_files(session &run, const count_options &options) {
+int count_files(invocation &run, const count_options &options) {
     locale_handle locale = load_locale(options.locale);
     code_set codes(locale.get());
     table list(
@@ -106,7 +106,7 @@ int count_files(session &run, const count_options &options) {
 
 } // namespace
 
-void add_count_command(CLI::App &app, session &run) {
+void add_count_command(CLI::App &app, invocation &run) {
     CLI::App *command =
         app.add_subcommand("count", "count characters, lines, bytes and invalid sequences");
     auto options = std::make_shared<count_options>();

@@ -9,9 +9,9 @@
 
 #include "vel/failure.h"
 #include "vel/installation.h"
+#include "vel/invocation.h"
 #include "vel/locale_handle.h"
 #include "vel/search_log.h"
-#include "vel/session.h"
 
 namespace vel_tool {
 namespace {
@@ -28,7 +28,7 @@ constexpr size_t last_locale_variable = 9;
 
 class findings {
 public:
-    explicit findings(session &run) : run_(run) {}
+    explicit findings(invocation &run) : run_(run) {}
 
     void title(const char *text) {
         if (run_.look.frames) run_.out.write(run_.look.in(paint::title, text) + "\n");
@@ -53,7 +53,7 @@ private:
         if (!remedy.empty()) run_.out.write(fmt::format("         to mend it: {}\n", remedy));
     }
 
-    session &run_;
+    invocation &run_;
     int faults_ = 0;
 };
 
@@ -220,7 +220,7 @@ void load_all(findings &found, const std::vector<std::string> &directories) {
     found.note(fmt::format("{} locales loaded", good));
 }
 
-int examine(session &run, bool load) {
+int examine(invocation &run, bool load) {
     findings found(run);
     std::vector<std::string> locales = locale_directories();
     std::vector<std::string> charmaps = charmap_directories();
@@ -244,7 +244,7 @@ int examine(session &run, bool load) {
 
 } // namespace
 
-void add_doctor_command(CLI::App &app, session &run) {
+void add_doctor_command(CLI::App &app, invocation &run) {
     CLI::App *command =
         app.add_subcommand("doctor", "check the environment and the installed data");
     auto load = std::make_shared<bool>(false);

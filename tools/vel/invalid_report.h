@@ -5,14 +5,14 @@
 #include <string>
 #include <string_view>
 
-#include "vel/session.h"
+#include "vel/invocation.h"
 
 namespace vel_tool {
 
 // Counts the invalid sequences of one file, and reports the first of them on standard error.
 class invalid_report {
 public:
-    invalid_report(const session &run, std::string file, std::string codeset, uint64_t most)
+    invalid_report(const invocation &run, std::string file, std::string codeset, uint64_t most)
         : run_(run), file_(std::move(file)), codeset_(std::move(codeset)), most_(most) {}
 
     void add(std::string_view text, uint64_t offset);
@@ -21,7 +21,7 @@ public:
     uint64_t count() const { return count_; }
 
 private:
-    const session &run_;
+    const invocation &run_;
     std::string file_;
     std::string codeset_;
     uint64_t most_;

@@ -6,10 +6,10 @@
 #include "vel/code_set.h"
 #include "vel/display.h"
 #include "vel/installation.h"
+#include "vel/invocation.h"
 #include "vel/locale_handle.h"
 #include "vel/record_view.h"
 #include "vel/search_log.h"
-#include "vel/session.h"
 
 namespace vel_tool {
 namespace {
@@ -38,7 +38,7 @@ void show_codeset(listing &list, const code_set &codes) {
     list.item("codeset", text);
 }
 
-int show_locale(session &run, const std::string &name) {
+int show_locale(invocation &run, const std::string &name) {
     locale_handle locale = load_locale(name);
     std::vector<std::string> files = opened_files();
     code_set codes(locale.get());
@@ -60,7 +60,7 @@ int show_locale(session &run, const std::string &name) {
 
 } // namespace
 
-void add_locale_command(CLI::App &app, session &run) {
+void add_locale_command(CLI::App &app, invocation &run) {
     CLI::App *command = app.add_subcommand("locale", "show what a locale holds and its files");
     auto name = std::make_shared<std::string>();
     command

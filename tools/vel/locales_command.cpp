@@ -3,12 +3,12 @@
 
 #include "vel/failure.h"
 #include "vel/installation.h"
-#include "vel/session.h"
+#include "vel/invocation.h"
 
 namespace vel_tool {
 namespace {
 
-int show_locales(session &run) {
+int show_locales(invocation &run) {
     table list({{"locale"}, {"code set"}, {"number", true}, {"file"}});
     std::string searched;
     bool all_well = true;
@@ -35,7 +35,7 @@ int show_locales(session &run) {
 
 } // namespace
 
-void add_locales_command(CLI::App &app, session &run) {
+void add_locales_command(CLI::App &app, invocation &run) {
     CLI::App *command = app.add_subcommand("locales", "list the locales that are installed");
     command->footer("Columns: what -l takes, code set, its number, file.");
     command->callback([&run] { run.action = [&run] { return show_locales(run); }; });

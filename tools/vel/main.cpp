@@ -4,8 +4,8 @@
 #include <fmt/format.h>
 
 #include "vel/failure.h"
+#include "vel/invocation.h"
 #include "vel/search_log.h"
-#include "vel/session.h"
 #include "vels.h"
 
 namespace {
@@ -40,7 +40,7 @@ std::string usage_message(const CLI::App &app, const CLI::ParseError &error) {
     return fmt::format("there is no command '{}': see 'vel --help'", unknown.front());
 }
 
-int parse_and_run(CLI::App &app, session &run, int argc, char **argv) {
+int parse_and_run(CLI::App &app, invocation &run, int argc, char **argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
@@ -54,7 +54,7 @@ int parse_and_run(CLI::App &app, session &run, int argc, char **argv) {
     return run.action();
 }
 
-int run_tool(session &run, int argc, char **argv) {
+int run_tool(invocation &run, int argc, char **argv) {
     CLI::App app{description, "vel"};
     std::string data;
     std::string colour = "auto";
@@ -92,13 +92,13 @@ int run_tool(session &run, int argc, char **argv) {
 
 } // namespace
 
-void vel_tool::session::warn(const std::string &message) const {
+void vel_tool::invocation::warn(const std::string &message) const {
     complain(fmt::format("{} {}\n", error_look.in(paint::bad, "vel:"), message));
 }
 
 int main(int argc, char **argv) {
     signal(SIGPIPE, SIG_IGN); // a closed pipe is an error of write
-    session run;
+    invocation run;
     try {
         int status = run_tool(run, argc, argv);
         run.out.flush();

@@ -10,7 +10,7 @@
 
 namespace vel_tool {
 
-struct session {
+struct invocation {
     output out{1, "standard output"};
     style look;
     style error_look;
@@ -20,12 +20,12 @@ struct session {
 };
 
 // Each declares one command and its options.
-void add_locale_command(CLI::App &app, session &run);
-void add_locales_command(CLI::App &app, session &run);
-void add_codesets_command(CLI::App &app, session &run);
-void add_count_command(CLI::App &app, session &run);
-void add_case_command(CLI::App &app, session &run);
-void add_classify_command(CLI::App &app, session &run);
-void add_doctor_command(CLI::App &app, session &run);
+void add_locale_command(CLI::App &app, invocation &run);
+void add_locales_command(CLI::App &app, invocation &run);
+void add_codesets_command(CLI::App &app, invocation &run);
+void add_count_command(CLI::App &app, invocation &run);
+void add_case_command(CLI::App &app, invocation &run);
+void add_classify_command(CLI::App &app, invocation &run);
+void add_doctor_command(CLI::App &app, invocation &run);
 
 } // namespace vel_tool
