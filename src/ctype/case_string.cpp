@@ -69,10 +69,10 @@ template <letter_case to>
     return at;
 }
 
-inline vel_wchar load_reversed(const unsigned char *in) {
-    vel_wchar value;
-    memcpy(&value, in, sizeof value);
-    return __builtin_bswap32(value);
+// Four bytes as a packed value, on machines of either byte order.
+inline vel_wchar load_packed(const unsigned char *in) {
+    return static_cast<vel_wchar>(in[0]) << 24 | static_cast<vel_wchar>(in[1]) << 16 |
+           static_cast<vel_wchar>(in[2]) << 8 | in[3];
 }
 
 // Copies characters of three bytes, four at a time, while none of them changes its case.
@@ -82,7 +82,7 @@ inline cursor copy_caseless(const sealed_table &cases, cursor at, const unsigned
         uint32_t other = 0;
 #pragma GCC unroll 4
         for (int i = 0; i < 4; ++i) {
-            other |= cases.find_quickly(load_reversed(at.in + 3 * i) >> 8) ^ caseless;
+            other |= cases.find_quickly(load_packed(at.in + 3 * i) >> 8) ^ caseless;
         }
         if (other) break;
         memmove(at.out, at.in, 12);

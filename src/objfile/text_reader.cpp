@@ -191,29 +191,37 @@ int32_t vel_read_int(text_reader &stream) {
     return value > INT32_MAX ? INT32_MAX : static_cast<int32_t>(value);
 }
 
-// The node lines of a table are four small numbers each, and there are tens of thousands of them:
-// they are taken straight from the block when nothing about them is unusual.
-size_t read_ints(text_reader &stream, int32_t *values, int32_t count) {
-    constexpr size_t longest_field = 10; // a separator and up to nine digits
-    size_t room = longest_field * static_cast<size_t>(count) + 1;
-    const unsigned char *start = stream.peek(room);
+namespace {
+
+constexpr size_t longest_field = 10; // a separator and up to nine digits
+
+// Takes the numbers straight from a block of one byte more than `count` longest fields; the bytes
+// they took, or 0 when anything about them is unusual.
+size_t take_ints(const unsigned char *start, int32_t *values, int32_t count) {
     const unsigned char *text = start;
-    const unsigned char *end = start + room - longest_field;
-    int32_t done = 0;
-    while (start && done < count) {
+    const unsigned char *end = start + longest_field * (static_cast<size_t>(count) - 1) + 1;
+    for (int32_t i = 0; i < count; ++i) {
         while (text < end && is_space(*text)) ++text;
         int32_t value = 0;
         const unsigned char *digits = text;
         while (text < digits + 9 && is_digit(*text)) value = value * 10 + (*text++ - '0');
-        if (text == digits || is_digit(*text) || text >= end) break;
-        values[done++] = value;
+        if (text == digits || is_digit(*text) || text >= end) return 0;
+        values[i] = value;
     }
-    if (done == count) {
-        stream.advance(static_cast<size_t>(text - start));
-        return static_cast<size_t>(text - start);
+    return static_cast<size_t>(text - start);
+}
+
+} // namespace
+
+// The node lines of a table are four small numbers each, and there are tens of thousands of them.
+size_t read_ints(text_reader &stream, int32_t *values, int32_t count) {
+    const unsigned char *block = stream.peek(longest_field * static_cast<size_t>(count) + 1);
+    size_t taken = block ? take_ints(block, values, count) : 0;
+    stream.advance(taken);
+    if (taken == 0) {
+        for (int32_t i = 0; i < count; ++i) values[i] = vel_read_int(stream);
     }
-    for (int32_t i = 0; i < count; ++i) values[i] = vel_read_int(stream);
-    return 0;
+    return taken;
 }
 
 double vel_read_float(text_reader &stream) {

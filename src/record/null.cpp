@@ -5,7 +5,7 @@
 namespace vel {
 namespace {
 
-const number_marks null_marks() {
+number_marks null_marks() {
     return {empty_text().wide, 0, empty_text().wide, 0, 0, 0};
 }
 
