@@ -12,5 +12,6 @@
 #include "vels/multibyte.h"
 #include "vels/ctype.h"
 #include "vels/locale.h"
+#include "vels/info.h"
 
 #endif

@@ -2,6 +2,8 @@
 
 #include "ctype/lookup.h"
 #include "ext/memory.h"
+#include "record/portable.h"
+#include "vels/ctype.h"
 #include "vels/multibyte.h"
 
 namespace vel {
@@ -43,6 +45,16 @@ int32_t make_flat_tables(vel_locale *locale) {
     return 0;
 }
 
+// The digits tell: no code set has digits in both places.
+bool is_ebcdic(const vel_locale *locale) {
+    const uint32_t *row = characters_of(locale).cells();
+    for (int i = 0; i < 10; ++i) {
+        if (!is_end(row[0xF0 + i]) || !class_bits(row[0xF0 + i], VEL_CLASS_DIGIT)) return false;
+        if (class_bits(row['0' + i], VEL_CLASS_DIGIT)) return false;
+    }
+    return true;
+}
+
 } // namespace
 
 int32_t complete_ctype(vel_locale *locale) {
@@ -50,6 +62,7 @@ int32_t complete_ctype(vel_locale *locale) {
     locale->single_byte = vel_mb_loc_max(locale) == 1;
     locale->decode = locale->single_byte ? vel_is_mbstowcs : vel_im_mbstowcs;
     locale->decode_counted = locale->single_byte ? tuk_vel_is_mbfstowcfs : tuk_vel_im_mbfstowcfs;
+    locale->portable = is_ebcdic(locale) ? &ebcdic_codes : &ascii_codes;
     return locale->single_byte ? make_flat_tables(locale) : 0;
 }
 

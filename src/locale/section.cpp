@@ -97,7 +97,7 @@ bool section::list(text_list &list, int32_t count) {
 
 // Kept: sizes above 0, and 0 or -1 as the last one. So the formatter never divides by a size of 0,
 // and nothing changes: whatever is 0 or less ends grouping, and what follows it is never reached.
-bool section::grouping(vel::grouping &grouping) {
+bool section::grouping(vel_grouping &grouping) {
     int32_t sizes;
     if (!count(&sizes)) return false;
     if (sizes > max_grouping) return refuse(VEL_ENOPRINT);

@@ -29,7 +29,7 @@ public:
     bool integer(int32_t *value);
     bool text(locale_text &text);
     bool list(text_list &list, int32_t count);
-    bool grouping(vel::grouping &grouping);
+    bool grouping(vel_grouping &grouping);
     // A table of 16-bit values, sealed. What was read stays with the caller.
     bool table(const sealed_table *&table);
 

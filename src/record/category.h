@@ -25,7 +25,7 @@ void release_messages(vel_locale *locale);
 
 // Frees the three flat tables of a single-byte code set.
 void release_byte_tables(vel_locale *locale);
-// Frees the trees of names.
+// Frees the trees of names and the list of eras.
 void release_time_derived(vel_locale *locale);
 
 } // namespace vel

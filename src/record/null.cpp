@@ -1,5 +1,6 @@
 // The null state of each category.
 #include "record/category.h"
+#include "record/portable.h"
 #include "record/texts.h"
 
 namespace vel {
@@ -17,6 +18,7 @@ void null_ctype(vel_locale *locale) {
     locale->ctype.cases = &empty_table;
     locale->case_growth = 1.0;
     locale->single_byte = 0;
+    locale->portable = &ascii_codes;
     release_byte_tables(locale);
 }
 

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "objfile/sealed.h"
+#include "vels/info.h"
 #include "vels/types.h"
 
 namespace vel {
@@ -14,7 +15,7 @@ constexpr int32_t category_count = 6;
 constexpr int32_t codeset_name_size = 21; // characters and terminator
 constexpr int32_t file_name_size = 32;
 constexpr int32_t max_passes = 8;
-constexpr int32_t max_grouping = 15;
+constexpr int32_t max_grouping = sizeof(vel_grouping::sizes) / sizeof(int32_t);
 
 // A category as an index: VEL_CTYPE is 0.
 constexpr int32_t category_index(int32_t category) {
@@ -25,22 +26,12 @@ constexpr int32_t category_index(int32_t category) {
 // initialised. Neither is ever null in a category that is null or loaded; an absent string is an
 // empty one. Both end in zero bytes enough that decoding the bytes stops inside their block, even
 // when the file cut a character short.
-struct locale_text {
-    char *bytes;
-    vel_wchar *wide;
-};
+using locale_text = vel_text;
 
 // A list of strings with its length.
 struct text_list {
     int32_t count;
     locale_text *items;
-};
-
-// Digit grouping: `count` sizes, the one next to the decimal point first; -1 ends grouping, and
-// without it the last size repeats.
-struct grouping {
-    int32_t count;
-    int32_t sizes[max_grouping];
 };
 
 // A class that the locale defines beside the built-in ones. Its mask is 2048 << (number % 32).
@@ -120,44 +111,10 @@ struct collate_category {
     void *blocks; // what weights, elements, expansions and their values live in
 };
 
-struct numeric_category {
-    locale_text decimal_point;
-    locale_text thousands_sep;
-    vel::grouping grouping;
-    locale_text positive_sign;
-    locale_text negative_sign;
-};
-
-struct monetary_category {
-    locale_text int_curr_symbol;
-    locale_text currency_symbol;
-    locale_text mon_decimal_point;
-    locale_text mon_thousands_sep;
-    vel::grouping grouping;
-    locale_text positive_sign;
-    locale_text negative_sign;
-    int32_t int_frac_digits; // 127 here and below: not given
-    int32_t frac_digits;
-    int32_t p_cs_precedes;
-    int32_t p_sep_by_space;
-    int32_t n_cs_precedes;
-    int32_t n_sep_by_space;
-    int32_t p_sign_posn; // 0: parentheses
-    int32_t n_sign_posn;
-};
-
-// yesexpr, noexpr, yesstr and nostr, then four strings that object files do not hold.
-struct messages_category {
-    locale_text texts[8];
-};
+using numeric_category = vel_numeric_conventions;
+using monetary_category = vel_monetary_conventions;
+using messages_category = vel_messages_conventions;
 enum : int32_t { message_yesexpr, message_noexpr, message_yesstr, message_nostr, message_count };
-
-// The block that vel_localeconv hands out.
-struct conventions {
-    numeric_category numeric;
-    monetary_category monetary;
-    messages_category messages;
-};
 
 enum calendar_number : int32_t {
     calendar_none,
@@ -186,11 +143,47 @@ struct time_category {
     text_list alt_digits; // items is null when absent
 };
 
-// The trees of names that parsing searches; made from the names when the locale is completed and
-// owned by the locale itself, never by the category.
+// One entry of the list of eras, ready for looking up by date.
+struct era_date {
+    int32_t year;  // in full, may be negative
+    int32_t month; // 1 to 12
+    int32_t day;
+};
+struct era_entry {
+    era_date first, last; // in calendar order, both belong to the era
+    int32_t offset;       // the number of the year that the era starts in
+    int32_t direction; // 1: years count away from `start_year` into the future, -1: into the past
+    int32_t start_year;
+    locale_text name;
+    locale_text other_name; // the name when there is no second one
+    locale_text format;     // of the full year; empty when there is none
+};
+
+// What is made of TIME when the locale is completed; owned by the locale itself, never by the
+// category. Each block is null while there is nothing in it.
 struct time_derived {
-    int32_t count;
-    void *trees; // one host block, null while there are none
+    int32_t count; // of the trees
+    void *trees;   // of names, which parsing searches
+    int32_t era_count;
+    era_entry *eras; // one block with their strings
+};
+
+// Strings that information queries hand out and no category holds as such; made when the locale is
+// completed and owned by the locale itself, in one block.
+struct query_texts {
+    locale_text time_formats[7]; // date, date and time, time, 12-hour time, era date, era date and
+                                 // time, era time
+    locale_text eras;            // joined by ;
+    locale_text alt_digits;      // joined by ;
+    locale_text currency;        // the symbol behind - or +
+    void *block;
+};
+
+// The codes of the portable characters (letters, digits, the signs that numbers and formats are
+// written with) in the code set.
+struct portable_codes {
+    unsigned char code_of[128];  // by ASCII code
+    unsigned char ascii_of[256]; // 0: not a portable character
 };
 
 // What formatting needs of NUMERIC or MONETARY in ready form; owned by the locale itself. The
@@ -230,9 +223,12 @@ struct vel_locale {
 
     vel::ctype_category ctype;
     vel::collate_category collate;
-    vel::conventions conventions;
+    const vel::portable_codes *portable; // chosen with the code set, never null
+
+    vel_conventions conventions;
     vel::time_category time;
     vel::time_derived time_derived;
+    vel::query_texts query_texts;
     vel::number_marks numeric_marks;
     vel::number_marks monetary_marks;
 

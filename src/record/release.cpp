@@ -47,7 +47,9 @@ void release_byte_tables(vel_locale *locale) {
 
 void release_time_derived(vel_locale *locale) {
     release(locale->time_derived.trees);
+    release(locale->time_derived.eras);
     locale->time_derived.count = 0;
+    locale->time_derived.era_count = 0;
 }
 
 void release_ctype(vel_locale *locale) {

@@ -5,7 +5,7 @@
 #include "objfile/lookup.h"
 
 using namespace vel_test;
-using vel::grouping;
+using grouping = vel_grouping;
 
 namespace {
 
@@ -52,7 +52,7 @@ TEST_F(reading, every_item_of_a_single_byte_object) {
     EXPECT_EQ(locale->collate_features, 15u);
     EXPECT_EQ(locale->collate_longest_element, 2u);
 
-    const vel::conventions &conventions = locale->conventions;
+    const vel_conventions &conventions = locale->conventions;
     EXPECT_STREQ(conventions.numeric.decimal_point.bytes, ",");
     EXPECT_EQ(wide(conventions.numeric.thousands_sep), U".");
     EXPECT_EQ(sizes(conventions.numeric.grouping), (std::vector<int32_t>{3, -1}));

@@ -116,7 +116,7 @@ TEST(compiled_locales, say_how_much_case_conversion_can_grow) {
 TEST(compiled_locales, keep_conventions) {
     const scratch_directory at;
     const loaded german(at, "de_DE", "ISO-8859-1");
-    const vel::conventions &c = german->conventions;
+    const vel_conventions &c = german->conventions;
     EXPECT_STREQ(c.numeric.decimal_point.bytes, ",");
     EXPECT_STREQ(c.numeric.thousands_sep.bytes, ".");
     EXPECT_EQ(c.numeric.grouping.count, 1);

@@ -109,7 +109,7 @@ record_item item(const vel_locale &, const char *name, int32_t number) {
     return item(name, number == not_given ? "not given" : std::to_string(number));
 }
 
-record_item item(const char *name, const vel::grouping &grouping) {
+record_item item(const char *name, const vel_grouping &grouping) {
     std::string sizes;
     for (int32_t i = 0; i < grouping.count; ++i) {
         sizes += fmt::format("{}{}", i > 0 ? ";" : "", grouping.sizes[i]);
