@@ -210,6 +210,7 @@ constexpr fault faults[] = {
     {"text digits", "7 536f6e6e746167", "7 536f6e6e7461xx", "hexadecimal"},
     {"grouping", "\n1 3\n", "\n2 3 0\n", "grouping"},
     {"calendar", "gregorian", "martian", "calendar"},
+    {"months", "gregorian", "hebrew", "14, as the hebrew calendar has"},
     {"tail", "### LC_MESSAGES", "### LC_MESSAGES\n1 41", "end of the file"},
 };
 

@@ -94,8 +94,9 @@ TEST(pack, refuses_recipes_that_contradict_themselves) {
         return plan_pack(what, codeset_table(what), sources, false);
     };
     // saaho and saah would both be saah.
-    for (const char *bad : {"aa_ER@saaho UTF-8\naa_ER@saah UTF-8\n", "de_DE\n", "default C\n",
-                            "de_DE NO-SUCH\n", "../x UTF-8\n"})
+    for (const char *bad :
+         {"aa_ER@saaho UTF-8\naa_ER@saah UTF-8\n", "de_DE\n", "default C\n", "de_DE NO-SUCH\n",
+          "../x UTF-8\n", "he_IL@hebr he_IL+hebrew-he UTF-8\n", "he_IL@hebr he_IL+\n"})
         EXPECT_THROW((void)plan(bad), tool_error) << bad;
     EXPECT_EQ(plan("de_DE UTF-8\nde_DE UTF-8\n").size(), 3u) << "the same twice is no harm";
 }
@@ -145,6 +146,9 @@ TEST(command_line, says_what_is_wrong) {
         {{"locale", "de_DE", "-c", "UTF-8", "-o", out, "--source", "/nowhere"},
          1,
          "/nowhere/charmaps and /nowhere/locales"},
+        {{"locale", "he_IL", "-c", "UTF-8", "--overlay", "no-such", "-o", out}, 1, "hebrew-he"},
+        {{"locale", "he_IL", "-c", "UTF-8", "--overlay", "/no/such", "-o", out}, 1, "/no/such:"},
+        {{"locale", "he_IL", "-c", "UTF-8", "--overlay", "./a\nb", "-o", out}, 1, "letters"},
         {{"locale", "bad", "-c", "UTF-8", "-o", out, "--source", sources}, 1, ":"},
         {{"charmap", "/tmp/UTF-8", "-o", out}, 1, "charmaps"},
         {{"registry", "-o", out, "--recipe", "/nowhere"}, 1, "/nowhere/codesets"},

@@ -23,6 +23,8 @@ TEST(locale_names, become_specifications) {
         {"en_US.iso88591", "en_us.iso88591"},
         {"ca_ES@valencia", "ca_es.utf8@vale"},
         {"sr_RS@latin", "sr_rs.utf8@latn"},
+        {"he_IL.UTF-8@hebr", "he_il.utf-8@hebr"},
+        {"ar_SA@islamic", "ar_sa.utf8@isla"},
         {"C", "default.lco"},
         {"POSIX", "default.lco"},
         {"C.UTF-8", "c.utf-8"},

@@ -4,6 +4,7 @@
 
 #include "velc/codesets.h"
 #include "velc/lco_file.h"
+#include "velc/source/calendars.h"
 #include "velc/tool_error.h"
 #include "vels/errors.h"
 #include "vels/locale.h"
@@ -58,6 +59,7 @@ public:
         check_cases();
         if (!file_.collate.thai && !file_.collate.code_order) check_collate();
         for (const lco_item &item : file_.items) check_item(item);
+        check_months();
     }
 
 private:
@@ -171,6 +173,17 @@ private:
         for (std::size_t i = 0; i < sizes.size(); ++i)
             if (sizes[i] == 0 || (sizes[i] < 0 && (i == 0 || i + 1 != sizes.size())))
                 fail(place, std::to_string(sizes[i]), "sizes, of which the last may be -1");
+    }
+    const std::vector<std::string> &texts_of(std::string_view name) const {
+        return std::ranges::find(file_.items, name, &lco_item::name)->texts;
+    }
+    void check_months() const {
+        const std::string &calendar = texts_of("calendar").front();
+        const std::size_t months = row_of(*find_calendar(calendar)).months;
+        for (const char *list : {"abmon", "mon"})
+            if (const std::size_t count = texts_of(list).size(); count != months)
+                fail(fmt::format("LC_TIME: {}", list), fmt::format("{} names", count),
+                     fmt::format("{}, as the {} calendar has", months, calendar));
     }
     bool is_text(std::string_view text) const {
         byte_sequence next;

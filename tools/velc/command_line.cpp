@@ -28,8 +28,8 @@ void add_common(CLI::App &command, common_options &options) {
         ->capture_default_str();
     command
         .add_option("--recipe", options.recipe,
-                    "Directory with the files codesets, aliases and locales, instead of the "
-                    "built-in recipe")
+                    "Directory with the files codesets, aliases and locales and perhaps the "
+                    "directory overlays, instead of the built-in recipe")
         ->type_name("DIR");
     command.add_flag("-q,--quiet", options.quiet, "No warnings, no progress");
 }
@@ -101,6 +101,11 @@ private:
         command->add_option("-c,--charmap", compile_.charmap, "Code set, by any of its names")
             ->type_name("NAME")
             ->required();
+        command
+            ->add_option("--overlay", compile_.overlay,
+                         "Overlay with another calendar, by its name in the recipe, or a path "
+                         "with a / in it")
+            ->type_name("NAME");
         command->add_flag("--strict", compile_.strict,
                           "Fail when a text has a character that the code set cannot write and "
                           "for which the locale knows no substitution");

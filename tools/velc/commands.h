@@ -13,13 +13,14 @@ enum : int { exit_success = 0, exit_failure = 1, exit_usage = 2 };
 // Options that every compiling command has.
 struct common_options {
     std::string source_root; // directory with charmaps/ and locales/
-    std::string recipe;      // directory with codesets, aliases, locales; empty: the built-in one
+    std::string recipe;      // directory with its files; empty: the built-in one
     bool quiet = false;      // no warnings, no progress
 };
 
 struct compile_options : common_options {
     std::string source; // name of a source, or its path
     std::string charmap;
+    std::string overlay; // name in the recipe, or its path; empty: none
     std::string output;
     bool strict = false; // a character that cannot be written at all is an error
 };

@@ -76,14 +76,19 @@ int compile_charmap(const compile_options &options) {
 }
 
 int compile_locale(const compile_options &options) {
-    const codeset_table codesets(read_recipe(options.recipe));
+    const recipe from = read_recipe(options.recipe);
+    const codeset_table codesets(from);
+    const overlay_pointer overlay =
+        options.overlay.empty() ? nullptr : get_overlay(from, options.overlay);
     const source_name source = find_source(options, "locales");
     require_sources(source.root);
     source_library sources(source.root);
     const codeset &target = codesets.named(options.charmap);
     const locale_object made =
-        locale_writer(sources, codesets).write(source.name, target.charmap, target.number());
+        locale_writer(sources, codesets)
+            .write(source.name, target.charmap, target.number(), overlay.get());
     print_warnings(sources.locale(source.name)->warnings, options);
+    print_warnings(made.overlay_warnings, options);
     print_losses(made, options);
     write_output(options.output, made.text);
     return exit_success;

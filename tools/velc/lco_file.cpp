@@ -3,6 +3,7 @@
 #include <array>
 
 #include "velc/codesets.h"
+#include "velc/source/calendars.h"
 #include "velc/tool_error.h"
 
 namespace velc {
@@ -65,7 +66,6 @@ constexpr item_row item_rows[] = {
 constexpr int list_limit = 1000; // eras are the longest lists, with a few dozen
 constexpr int most_group_sizes = 15;
 constexpr int most_passes = 8;
-constexpr std::string_view calendars[] = {"gregorian", "hebrew", "islamic", "arabic"};
 
 class lco_reader {
 public:
@@ -179,9 +179,8 @@ private:
             break;
         case shape::calendar:
             item.texts.push_back(in_.line());
-            for (std::string_view known : calendars)
-                if (item.texts[0] == known) return item;
-            in_.fail(fmt::format("\"{}\"", item.texts[0]), "a known calendar");
+            if (!find_calendar(item.texts[0]))
+                in_.fail(fmt::format("\"{}\"", item.texts[0]), "a known calendar");
         }
         return item;
     }

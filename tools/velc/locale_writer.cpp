@@ -5,6 +5,7 @@
 #include "velc/collate_section.h"
 #include "velc/number_sections.h"
 #include "velc/object_text.h"
+#include "velc/source/time_overlay.h"
 #include "velc/time_section.h"
 #include "velc/tool_error.h"
 
@@ -26,6 +27,12 @@ std::string header_value(std::u32string_view text) {
     std::ranges::replace_if(
         value, [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
     return value;
+}
+
+overlaid_time time_of(const locale_definition &locale, const overlay_source *overlay) {
+    const time_format &own = or_empty(locale.time);
+    if (!overlay) return {own, {}};
+    return overlay_time(own, overlay->file, overlay->text);
 }
 
 void append_section(std::string &body, const char *name, std::string_view section) {
@@ -75,12 +82,13 @@ const ctype_section &locale_writer::ctype_of(const ctype &from,
 }
 
 locale_object locale_writer::write(std::string_view source, std::string_view charmap_name,
-                                   std::uint16_t number) {
+                                   std::uint16_t number, const overlay_source *overlay) {
     const codeset &known = codesets_.at(charmap_name);
     const auto codeset = sources_.charmap(charmap_name);
     if (codeset->by_bytes().empty())
         throw tool_error("{}: found no characters, expected some", codeset->file());
     const auto locale = sources_.locale(source);
+    const overlaid_time time = time_of(*locale, overlay);
     const auto substitutes = sources_.translit(source);
     text_encoder encoder(*codeset, substitutes.get());
 
@@ -91,15 +99,17 @@ locale_object locale_writer::write(std::string_view source, std::string_view cha
     append_section(body, "LC_COLLATE", write_collate(locale->collate.get(), *codeset));
     append_section(body, "LC_NUMERIC", write_numeric(or_empty(locale->numeric), encoder));
     append_section(body, "LC_MONETARY", write_monetary(or_empty(locale->monetary), encoder));
-    append_section(body, "LC_TIME", write_time(or_empty(locale->time), encoder));
+    append_section(body, "LC_TIME", write_time(time.time, encoder));
     append_section(body, "LC_MESSAGES", write_messages(or_empty(locale->messages), encoder));
 
     object_header header{"locale_object", locale_object_version, {}};
     header.lines = {fmt::format("CODESET={}", name), fmt::format("CODESET_NUMBER={}", number),
                     fmt::format("CHARMAP={}", charmap_name), fmt::format("SOURCE={}", source)};
+    if (overlay) header.lines.push_back("OVERLAY=" + overlay->name);
     if (locale->ident)
         header.lines.push_back("SOURCE_REVISION=" + header_value(locale->ident->revision));
-    return {with_header(header, body), encoder.substitutions(), classes.dropped_classes};
+    return {with_header(header, body), encoder.substitutions(), classes.dropped_classes,
+            time.warnings};
 }
 
 } // namespace velc

@@ -19,6 +19,7 @@ struct locale_object {
     std::string text;
     std::vector<substitution> substitutions;
     std::vector<std::string> dropped_classes;
+    warning_list overlay_warnings;
 };
 
 // Writes objects, from many threads if need be. CTYPE sections are kept: most locales have the same
@@ -28,9 +29,10 @@ public:
     locale_writer(source_library &sources, const codeset_table &codesets)
         : sources_(sources), codesets_(codesets) {}
 
-    // The number is one of those of the charmap; it decides the name in the head. Throws
-    // source_error and tool_error.
-    locale_object write(std::string_view source, std::string_view charmap, std::uint16_t number);
+    // The number is one of those of the charmap; it decides the name in the head. A null overlay
+    // leaves the locale as it is. Throws source_error and tool_error.
+    locale_object write(std::string_view source, std::string_view charmap, std::uint16_t number,
+                        const overlay_source *overlay = nullptr);
 
 private:
     struct kept_section {

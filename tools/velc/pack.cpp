@@ -80,7 +80,8 @@ private:
             return write_charmap(*sources_.charmap(item.charmap),
                                  codesets_.header_name(codesets_.at(item.charmap), item.number),
                                  item.number);
-        locale_object object = locales_.write(item.source, item.charmap, item.number);
+        locale_object object =
+            locales_.write(item.source, item.charmap, item.number, item.overlay.get());
         made.substitutions = std::move(object.substitutions);
         made.dropped_classes = std::move(object.dropped_classes);
         return std::move(object.text);

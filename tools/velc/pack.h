@@ -17,10 +17,11 @@ namespace velc {
 struct pack_item {
     enum class kind { locale, charmap, registry };
     kind what = kind::locale;
-    std::string source;         // of a locale: "de_DE@euro"
-    std::string charmap;        // of a locale and of a charmap
-    std::uint16_t number = 0;   // under which it is installed
-    std::filesystem::path file; // beneath the root
+    std::string source;           // of a locale: "de_DE@euro"
+    std::string charmap;          // of a locale and of a charmap
+    std::uint16_t number = 0;     // under which it is installed
+    std::filesystem::path file;   // beneath the root
+    overlay_pointer overlay = {}; // of a locale, often null
     std::string title() const;
 };
 

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <span>
 
 #include "common/locale_name.h"
 #include "velc/pack.h"
@@ -10,31 +11,41 @@ namespace velc {
 
 namespace {
 
+// One line of the recipe's locales.
+struct listed_locale {
+    std::string name;   // under which the object is found: "he_IL@hebr"
+    std::string source; // "he_IL"
+    overlay_pointer overlay;
+    bool is_default = false;
+    std::span<const std::string> charmaps;
+};
+
+listed_locale read_listed(const recipe &from, const recipe_line &line) {
+    listed_locale one;
+    one.is_default = line.words[0] == "default";
+    const std::size_t plus = line.words.size() > 1 ? line.words[1].find('+') : std::string::npos;
+    const bool overlaid = !one.is_default && plus != std::string::npos;
+    const std::size_t first = one.is_default || overlaid ? 2 : 1;
+    if (line.words.size() <= first)
+        throw tool_error("{}: found {} words, expected a locale source and its charmaps",
+                         place(from.locales, line), line.words.size());
+    one.name = one.source = line.words[one.is_default ? 1 : 0];
+    one.charmaps = std::span(line.words).subspan(first);
+    if (!overlaid) return one;
+    one.source = line.words[1].substr(0, plus);
+    one.overlay = from.find_overlay(line.words[1].substr(plus + 1));
+    if (!one.overlay)
+        throw tool_error("{}: found {}, expected a locale source, + and an overlay of the recipe",
+                         place(from.locales, line), line.words[1]);
+    return one;
+}
+
 class planner {
 public:
     planner(const codeset_table &codesets) : codesets_(codesets) {}
 
-    void add_default(const std::string &source, const codeset &of) {
-        add({pack_item::kind::locale, source, of.charmap, of.number(),
-             std::filesystem::path(locale_directory) / tools::default_object});
-        used_.insert(of.charmap);
-    }
-
-    // A locale under every number of its code set. The plain name, which has the charmap's name in
-    // it, is there once.
-    void add_locale(const std::string &source, const codeset &of) {
-        const auto name = tools::parse_locale_name(source);
-        if (!name) throw tool_error("{}: found no locale name, expected one", source);
-        for (std::uint16_t number : of.numbers) {
-            const std::string file = tools::locale_object_file(*name, number, of.charmap);
-            if (file.size() > tools::longest_object_name)
-                throw tool_error("{}: found a file name of {} characters, expected at most {}",
-                                 file, file.size(), tools::longest_object_name);
-            add({pack_item::kind::locale, source, of.charmap, number,
-                 std::filesystem::path(locale_directory) / file});
-            if (!tools::fits_specification(*name)) break;
-        }
-        used_.insert(of.charmap);
+    void add(const listed_locale &listed, const codeset &of) {
+        listed.is_default ? add_default(listed.source, of) : add_locale(listed, of);
     }
 
     void use_charmap(const std::string &name) { used_.insert(name); }
@@ -55,11 +66,34 @@ public:
     }
 
 private:
+    void add_default(const std::string &source, const codeset &of) {
+        add({pack_item::kind::locale, source, of.charmap, of.number(),
+             std::filesystem::path(locale_directory) / tools::default_object});
+        used_.insert(of.charmap);
+    }
+
+    // A locale under every number of its code set. The plain name, which has the charmap's name in
+    // it, is there once.
+    void add_locale(const listed_locale &listed, const codeset &of) {
+        const auto name = tools::parse_locale_name(listed.name);
+        if (!name) throw tool_error("{}: found no locale name, expected one", listed.name);
+        for (std::uint16_t number : of.numbers) {
+            const std::string file = tools::locale_object_file(*name, number, of.charmap);
+            if (file.size() > tools::longest_object_name)
+                throw tool_error("{}: found a file name of {} characters, expected at most {}",
+                                 file, file.size(), tools::longest_object_name);
+            add({pack_item::kind::locale, listed.source, of.charmap, number,
+                 std::filesystem::path(locale_directory) / file, listed.overlay});
+            if (!tools::fits_specification(*name)) break;
+        }
+        used_.insert(of.charmap);
+    }
+
     void add(pack_item item) {
         const auto [there, is_new] = items_.emplace(item.file, item);
         if (is_new) return;
         const pack_item &other = there->second;
-        if (other.source == item.source && other.charmap == item.charmap) return; // listed twice
+        if (other.title() == item.title()) return; // listed twice
         throw tool_error("{}: would be both {} and {}, expected one object for each file",
                          item.file.generic_string(), other.title(), item.title());
     }
@@ -78,25 +112,20 @@ private:
 
 void add_recipe(planner &plan, const recipe &from, const codeset_table &codesets) {
     for (const recipe_line &line : from.locales.lines) {
-        const bool is_default = line.words[0] == "default";
-        const std::size_t first = is_default ? 2 : 1;
-        if (line.words.size() <= first)
-            throw tool_error("{}: found {} words, expected a locale source and its charmaps",
-                             place(from.locales, line), line.words.size());
-        const std::string &source = line.words[first - 1];
-        for (std::size_t i = first; i < line.words.size(); ++i) {
-            const codeset *known = codesets.find(line.words[i]);
+        const listed_locale listed = read_listed(from, line);
+        for (const std::string &charmap : listed.charmaps) {
+            const codeset *known = codesets.find(charmap);
             if (!known)
                 throw tool_error("{}: found {}, expected a charmap that has a number",
-                                 place(from.locales, line), line.words[i]);
-            is_default ? plan.add_default(source, *known) : plan.add_locale(source, *known);
+                                 place(from.locales, line), charmap);
+            plan.add(listed, *known);
         }
     }
 }
 
 void add_everything(planner &plan, const codeset_table &codesets, const source_library &sources) {
     for (const supported_locale &one : sources.supported())
-        plan.add_locale(one.source, codesets.at(one.charmap));
+        plan.add({one.source, one.source, nullptr, false, {}}, codesets.at(one.charmap));
     const std::vector<std::string> present = sources.charmap_names();
     for (const codeset &one : codesets.all())
         if (std::ranges::binary_search(present, one.charmap)) plan.use_charmap(one.charmap);
@@ -106,7 +135,9 @@ void add_everything(planner &plan, const codeset_table &codesets, const source_l
 
 std::string pack_item::title() const {
     if (what == kind::registry) return "registry";
-    return what == kind::charmap ? charmap : fmt::format("{} in {}", source, charmap);
+    if (what == kind::charmap) return charmap;
+    return overlay ? fmt::format("{}+{} in {}", source, overlay->name, charmap)
+                   : fmt::format("{} in {}", source, charmap);
 }
 
 std::vector<pack_item> plan_pack(const recipe &from, const codeset_table &codesets,

@@ -1,19 +1,26 @@
 #pragma once
 
-// The recipe of a data pack: which number each code set has, what else people call it, and which
-// locales the standard pack holds. It lives in data/ and is built into velc; --recipe reads
-// another.
+// The recipe of a data pack: which number each code set has, what else people call it, which
+// locales the standard pack holds, and the overlays that give some of them another calendar. It
+// lives in data/ and is built into velc; --recipe reads another.
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace velc {
 
+struct named_text {
+    std::string_view name, text;
+};
+
 struct standard_recipe_text {
     std::string_view codesets, aliases, locales;
+    std::span<const named_text> overlays;
 };
 extern const standard_recipe_text standard_recipe;
 
@@ -28,14 +35,31 @@ struct recipe_file {
     std::vector<recipe_line> lines;
 };
 
+// What changes the LC_TIME of a locale; read when it is applied.
+struct overlay_source {
+    std::string name; // "hebrew-he"
+    std::string file; // for messages
+    std::string text;
+};
+using overlay_pointer = std::shared_ptr<const overlay_source>;
+
 struct recipe {
     recipe_file codesets; // charmap number [number...]
     recipe_file aliases;  // name charmap
-    recipe_file locales;  // source charmap [charmap...], and one line: default source charmap
+    // source charmap [charmap...], name source+overlay charmap [charmap...], and one line: default
+    // source charmap
+    recipe_file locales;
+    std::vector<overlay_pointer> overlays = {}; // by name
+
+    // Null when there is none.
+    overlay_pointer find_overlay(std::string_view name) const;
 };
 
 // The built-in recipe when the directory is empty. Throws tool_error.
 recipe read_recipe(const std::filesystem::path &directory);
+
+// An overlay by its name in the recipe, or by its path, which has a '/' in it. Throws tool_error.
+overlay_pointer get_overlay(const recipe &from, const std::string &name_or_path);
 
 recipe_file parse_recipe_file(std::string name, std::string_view text);
 

@@ -19,7 +19,7 @@ public:
     time_writer(const time_format &from, text_encoder &encoder) : from_(from), encoder_(encoder) {}
 
     std::string write() {
-        section_ = "gregorian\n";
+        section_.assign(row_of(from_.calendar).name).append("\n");
         names("abday", week_from_sunday(from_.abday));
         names("day", week_from_sunday(from_.day));
         counted_names("abmon", from_.abmon);

@@ -7,7 +7,7 @@
 
 namespace velc {
 
-// The TIME section. The calendar is always the Gregorian one.
+// The TIME section.
 std::string write_time(const time_format &from, text_encoder &encoder);
 
 } // namespace velc

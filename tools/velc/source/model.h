@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "velc/source/calendars.h"
 #include "velc/source/code_points.h"
 #include "velc/source/collate_model.h"
 #include "velc/source/diagnostics.h"
@@ -127,9 +128,10 @@ struct week_rule {
 };
 
 struct time_format {
+    calendar_system calendar = calendar_system::gregorian; // a keyword that only overlays use
     text_list day, abday;          // 7 each, Sunday first unless `week` says otherwise
-    text_list mon, abmon;          // 12 each
-    text_list alt_mon, ab_alt_mon; // 12 or none: month names in the nominative
+    text_list mon, abmon;          // as many as the calendar has
+    text_list alt_mon, ab_alt_mon; // as many, or none: month names in the nominative
     text_list am_pm;               // 2
     std::u32string d_t_fmt, d_fmt, t_fmt, t_fmt_ampm, date_fmt;
     std::vector<era_entry> era;

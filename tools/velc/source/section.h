@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -18,6 +19,7 @@ template <typename T> struct section {
     std::string copy_from;  // the last `copy`, which replaces everything before it
     std::uint32_t copy_line = 0;
     std::shared_ptr<const T> own; // what the file says itself; null when it only copies
+    std::map<std::string_view, std::uint32_t> lines; // of the keywords that it gives
     bool present() const { return line != 0; }
 };
 
@@ -52,19 +54,19 @@ template <typename T> struct keyword {
 };
 
 // section := { copy | keyword values } 'END' category
+// What it does not say stays as it is in `start`.
 template <typename T, std::size_t N>
 section<T> read_keyword_section(lexer &in, std::string_view category,
-                                const std::array<keyword<T>, N> &keywords) {
+                                const std::array<keyword<T>, N> &keywords, const T &start = {}) {
     section<T> found;
     found.line = in.line();
-    auto own = std::make_shared<T>();
-    std::array<bool, N> seen{};
+    auto own = std::make_shared<T>(start);
     while (next_in_section(in, category)) {
         if (is_copy(in)) {
             found.copy_line = in.line();
             found.copy_from = take_copy(in);
             *own = T();
-            seen = {};
+            found.lines.clear();
             continue;
         }
         const token head = in.expect(token_kind::word, "a keyword");
@@ -73,10 +75,10 @@ section<T> read_keyword_section(lexer &in, std::string_view category,
         if (which == N) in.fail(head, fmt::format("a keyword of {}", category));
         if (found.copy_line != 0) in.fail(head, "nothing else in a section that copies another");
         T spare;
-        const bool again = seen[which] && !keywords[which].repeatable;
+        const bool is_new = found.lines.emplace(keywords[which].name, head.line).second;
+        const bool again = !is_new && !keywords[which].repeatable;
         keywords[which].read(in, again ? spare : *own);
         in.expect_end();
-        seen[which] = true;
         if (again)
             in.warn(warning_kind::duplicate, head.line,
                     fmt::format("{} is given again, the first one is kept", head.text));

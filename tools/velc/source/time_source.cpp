@@ -26,9 +26,44 @@ void take_names(lexer &in, time_format &to) {
     to.*Member = std::move(names);
 }
 
+// How many there have to be is known when the whole section is.
+template <auto Member> void take_months(lexer &in, time_format &to) {
+    to.*Member = take_texts(in);
+}
+
+struct month_keyword {
+    std::string_view name;
+    text_list time_format::*member;
+};
+constexpr month_keyword month_keywords[] = {
+    {"abmon", &time_format::abmon},
+    {"mon", &time_format::mon},
+    {"ab_alt_mon", &time_format::ab_alt_mon},
+    {"alt_mon", &time_format::alt_mon},
+};
+
+void check_months(const lexer &in, const section<time_format> &found) {
+    const calendar_row &calendar = row_of(found.own->calendar);
+    for (const month_keyword &keyword : month_keywords) {
+        const auto line = found.lines.find(keyword.name);
+        if (line == found.lines.end()) continue;
+        const std::size_t count = ((*found.own).*keyword.member).size();
+        if (count != calendar.months)
+            in.fail_at(line->second, fmt::format("found {} names, expected {} in the {} calendar",
+                                                 count, calendar.months, calendar.name));
+    }
+}
+
+void take_calendar(lexer &in, time_format &to) {
+    const token t = in.take();
+    const auto known = find_calendar(to_utf8(in.text(t)));
+    if (!known) in.fail(t, "gregorian, hebrew, islamic or arabic");
+    to.calendar = *known;
+}
+
 // week := number [ ';' number [ ';' number ] ]
 void take_week(lexer &in, time_format &to) {
-    to.week.days = take_number_between(in, 1, 127);
+    to.week = {take_number_between(in, 1, 127), unset, unset};
     if (!in.accept(token_kind::semicolon)) return;
     to.week.first_date = take_number_between(in, 10101, 99991231);
     if (!in.accept(token_kind::semicolon)) return;
@@ -95,10 +130,12 @@ private:
     std::u32string rest_, whole_;
 };
 
-// eras := era { ';' era }
+// eras := era { ';' era } | '""'
 void take_eras(lexer &in, time_format &to) {
+    to.era.clear();
     take_list(in, [&] {
         const token t = in.expect(token_kind::string, "an era in quotes");
+        if (t.text.empty() && to.era.empty() && in.at_end()) return;
         to.era.push_back(era_reader(in, t).read());
     });
 }
@@ -108,12 +145,13 @@ template <auto Member> constexpr auto text_of = take_text<time_format, Member>;
 constexpr std::size_t many = 1000;
 
 constexpr std::array time_keywords = {
+    time_field{"calendar", take_calendar},
     time_field{"abday", take_names<&time_format::abday, 7, 7>},
     time_field{"day", take_names<&time_format::day, 7, 7>},
-    time_field{"abmon", take_names<&time_format::abmon, 12, 12>},
-    time_field{"mon", take_names<&time_format::mon, 12, 12>},
-    time_field{"ab_alt_mon", take_names<&time_format::ab_alt_mon, 12, 12>},
-    time_field{"alt_mon", take_names<&time_format::alt_mon, 12, 12>},
+    time_field{"abmon", take_months<&time_format::abmon>},
+    time_field{"mon", take_months<&time_format::mon>},
+    time_field{"ab_alt_mon", take_months<&time_format::ab_alt_mon>},
+    time_field{"alt_mon", take_months<&time_format::alt_mon>},
     time_field{"am_pm", take_names<&time_format::am_pm, 2, 2>},
     time_field{"d_t_fmt", text_of<&time_format::d_t_fmt>},
     time_field{"d_fmt", text_of<&time_format::d_fmt>},
@@ -135,8 +173,10 @@ constexpr std::array time_keywords = {
 
 } // namespace
 
-section<time_format> read_time(lexer &in) {
-    return read_keyword_section(in, "LC_TIME", time_keywords);
+section<time_format> read_time(lexer &in, const time_format &start) {
+    section<time_format> found = read_keyword_section(in, "LC_TIME", time_keywords, start);
+    if (found.own) check_months(in, found);
+    return found;
 }
 
 } // namespace velc
