@@ -17,11 +17,15 @@ public:
     // `room` is in units of the buffer, without the terminator.
     char_writer(const vel_locale *locale, Unit *out, int32_t room)
         : locale_(locale), begin_(out), at_(out), end_(out + (room > 0 ? room : 0)),
-          error_(room < 0 ? VEL_E2BIG : 0) {}
+          error_(room < 0 ? VEL_E2BIG : 0),
+          one_each_(std::is_same_v<Unit, vel_wchar> || table().shortest == 1) {}
 
     // 0, VEL_E2BIG, or VEL_EILSEQ for a character that the code set does not have.
     int32_t error() const { return error_; }
     int32_t written() const { return static_cast<int32_t>(at_ - begin_); }
+
+    // Whether every portable character is one unit, and strings have no zero units inside.
+    bool one_each() const { return one_each_; }
 
     // A character that is known to belong to the code set.
     void put(vel_wchar value) {
@@ -29,6 +33,11 @@ public:
             if (at_ == end_) return fail_with(VEL_E2BIG);
             *at_++ = value;
         } else {
+            if (value <= 0xFF && one_each_) [[likely]] {
+                if (at_ == end_) return fail_with(VEL_E2BIG);
+                *at_++ = static_cast<char>(value);
+                return;
+            }
             uint32_t n = static_cast<uint32_t>(table().code_bytes(value));
             if (room() < n) return fail_with(VEL_E2BIG);
             put_packed(as_bytes(at_), value, n);
@@ -44,18 +53,36 @@ public:
         put(value);
     }
     void put_ascii(char c) { put(value_of(locale_, c)); }
+    // Several of them: all or none.
     void put_ascii(const char *text, size_t count) {
-        for (size_t i = 0; i < count; ++i) put_ascii(text[i]);
+        if (!one_each_) {
+            if (room() / static_cast<size_t>(table().shortest) < count) {
+                return fail_with(VEL_E2BIG);
+            }
+            for (size_t i = 0; i < count; ++i) put_ascii(text[i]);
+            return;
+        }
+        if (room() < count) return fail_with(VEL_E2BIG);
+        const unsigned char *codes = locale_->portable->code_of;
+        Unit *at = at_;
+        at_ += count;
+        for (size_t i = 0; i < count; ++i) {
+            at[i] = static_cast<Unit>(codes[static_cast<unsigned char>(text[i])]);
+        }
     }
     void put(const vel_wchar *text, int32_t count) {
         for (int32_t i = 0; i < count; ++i) put(text[i]);
     }
+    // Characters as they stand in text of the code set: all or none.
+    void put_units(const Unit *units, size_t count) {
+        if (room() < count) return fail_with(VEL_E2BIG);
+        memcpy(at_, units, count * sizeof(Unit));
+        at_ += count;
+    }
     // A whole string of the locale.
     void put(const locale_text &text) {
         if constexpr (!std::is_same_v<Unit, vel_wchar>) {
-            if (table().shape == table_shape::utf8 || table().shape == table_shape::single_byte) {
-                return put_bytes(text.bytes, strlen(text.bytes));
-            }
+            if (one_each_) return put_short(text.bytes);
         }
         for (const vel_wchar *c = text.wide; *c; ++c) put(*c);
     }
@@ -63,6 +90,12 @@ public:
     void fill(vel_wchar value, int32_t count) {
         if (count > 0 && static_cast<size_t>(count) > room()) return fail_with(VEL_E2BIG);
         for (int32_t i = 0; i < count; ++i) put(value);
+    }
+
+    // Takes back what was written since there were `written` units. A failure stays.
+    void rewind(int32_t written) {
+        at_ = begin_ + written;
+        if (error_ != 0) end_ = at_;
     }
 
     void fail_with(int32_t number) {
@@ -73,10 +106,12 @@ public:
 private:
     const sealed_table &table() const { return characters_of(locale_); }
     size_t room() const { return static_cast<size_t>(end_ - at_); }
-    void put_bytes(const char *bytes, size_t n) {
-        if (room() < n) return fail_with(VEL_E2BIG);
-        memcpy(at_, bytes, n);
-        at_ += n;
+    // Mostly one or two characters.
+    void put_short(const char *text) {
+        char *at = at_;
+        while (*text && at != end_) *at++ = *text++;
+        if (*text) return fail_with(VEL_E2BIG);
+        at_ = at;
     }
 
     const vel_locale *locale_;
@@ -84,6 +119,7 @@ private:
     Unit *at_;
     Unit *end_;
     int32_t error_;
+    bool one_each_;
 };
 
 } // namespace vel

@@ -19,8 +19,6 @@ constexpr class_name class_names[] = {
     {"xdigit", VEL_CLASS_XDIGIT}, {"blank", VEL_CLASS_BLANK}, {"alnum", VEL_CLASS_ALNUM},
 };
 
-constexpr uint32_t first_own_class = 2048;
-
 [[gnu::cold, gnu::noinline]] int32_t no_character(vel_locale *locale, int32_t number) {
     return fail_zero(locale, number);
 }
@@ -57,8 +55,7 @@ int32_t vel_ctype(vel_locale *locale, const char *name) {
     }
     for (int32_t i = 0; i < locale->ctype.class_count; ++i) {
         const locale_class &own = locale->ctype.classes[i];
-        if (strcmp(own.name, name) != 0) continue;
-        return static_cast<int32_t>(first_own_class << (static_cast<uint32_t>(own.number) % 32));
+        if (strcmp(own.name, name) == 0) return static_cast<int32_t>(own_class_mask(own));
     }
     return 0;
 }

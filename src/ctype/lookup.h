@@ -24,6 +24,12 @@ inline int32_t class_bits(uint32_t cell, int32_t mask) {
     return cell_value(cell) & mask;
 }
 
+// The mask of a class that the locale defines.
+inline uint32_t own_class_mask(const locale_class &own) {
+    constexpr uint32_t first_mask = 2048;
+    return first_mask << (static_cast<uint32_t>(own.number) % 32);
+}
+
 // A mapped character that was written: its bytes, or what the encoding gives for a failure.
 int32_t put_mapped(vel_locale *locale, vel_wchar value, unsigned char *out);
 
