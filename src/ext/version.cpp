@@ -46,9 +46,29 @@ constexpr error_text error_texts[] = {
     {VEL_ECATLOADED, "category already loaded in the destination locale"},
     {VEL_EBADMODE, "unexpected mode"},
     {VEL_ELONGKEY, "table key too long"},
-    {VEL_ETIMEFMT, "time text and format disagree"},
+    {VEL_ETIMEFMT, "unknown conversion, or text and format disagree"},
+    {VEL_ETIME23, "fraction of a second out of range"},
+    {VEL_ETIME24, "second out of range"},
+    {VEL_ETIME25, "minute out of range"},
+    {VEL_ETIME26, "hour out of range"},
+    {VEL_ETIME27, "day of the month out of range"},
+    {VEL_ETIME28, "weekday out of range"},
+    {VEL_ETIME29, "day of the year missing or out of range"},
+    {VEL_ETIME30, "month out of range"},
+    {VEL_ETIME31, "year out of range"},
+    {VEL_ETIME33, "fraction of a second expected"},
+    {VEL_ETIME34, "second expected"},
+    {VEL_ETIME35, "minute expected"},
+    {VEL_ETIME36, "hour expected"},
+    {VEL_ETIME37, "day of the month expected"},
+    {VEL_ETIME38, "weekday expected, or not the weekday of the date"},
+    {VEL_ETIME40, "month expected"},
+    {VEL_ETIME41, "year expected"},
+    {VEL_ETIME42, "time field not convertible"},
     {VEL_ENUMFMT, "bad number format"},
-    {VEL_ENOCONV, "nothing could be converted"},
+    {VEL_ENOCONV, "nothing could be converted, or the text differs from the format"},
+    {VEL_ETIME47, "time field out of range"},
+    {VEL_ETIME48, "month name expected"},
     {VEL_EBADSIGN, "the locale has an unusable sign"},
     {VEL_ECALENDAR, "unknown calendar"},
     {VEL_EVERSION, "object file of another format version"},
@@ -59,17 +79,11 @@ constexpr error_text error_texts[] = {
     {VEL_ECODESET, "categories of different code sets"},
 };
 
-bool is_time_field_error(int32_t number) {
-    return number >= VEL_ETIME23 && number <= VEL_ETIME48 && number != 32 && number != 39 &&
-           (number <= VEL_ETIME42 || number >= VEL_ETIME47);
-}
-
 } // namespace
 
 const char *vel_strerror(int32_t number) {
     for (const error_text &entry : error_texts) {
         if (entry.number == number) return entry.text;
     }
-    return is_time_field_error(number) ? "time field out of range or not convertible"
-                                       : "unknown error";
+    return "unknown error";
 }

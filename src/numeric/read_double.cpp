@@ -1,0 +1,203 @@
+// Reading floating numbers.
+#include <cmath>
+
+#include "ext/error.h"
+#include "ext/host_errno.h"
+#include "numeric/decimal.h"
+#include "numeric/digits.h"
+#include "numeric/number_text.h"
+#include "vels/number.h"
+
+namespace vel {
+namespace {
+
+constexpr double no_number = 2147483647.0; // the failure value of multibyte text
+
+// The digits of a number as they come. Those that no double can depend on are not kept; whether one
+// of them is not zero is, as a last digit.
+class digit_collector {
+public:
+    explicit digit_collector(char *buffer) : digits_(buffer) {}
+
+    // The first digits, without zeros in front, are kept as a number.
+    bool has_room() const { return leading_ < least_full; }
+    void add(int32_t digit) { leading_ = leading_ * 10 + static_cast<uint32_t>(digit); }
+
+    [[gnu::noinline]] void add_more(int32_t digit) {
+        if (count_ == 0) put_digits(digits_, leading_, count_ = max_leading);
+        if (count_ < max_decimal_digits) {
+            digits_[count_++] = static_cast<char>('0' + digit);
+            return;
+        }
+        ++exponent_;
+        if (digit != 0) digits_[max_decimal_digits - 1] = '1';
+    }
+    void add_exponent(int64_t exponent) { exponent_ += exponent; }
+
+    double value(bool *out_of_range) const {
+        int64_t within = exponent_ > INT32_MAX ? INT32_MAX : exponent_;
+        if (within < INT32_MIN) within = INT32_MIN;
+        int32_t exponent = static_cast<int32_t>(within);
+        if (count_ == 0) return nearest_double(leading_, exponent, out_of_range);
+        return nearest_double(digits_, count_, exponent, out_of_range);
+    }
+
+private:
+    static constexpr int32_t max_leading = 19; // fit 64 bits
+    static constexpr uint64_t least_full = powers.of_ten[max_leading - 1];
+
+    uint64_t leading_ = 0;
+    int32_t count_ = 0;    // of digits_, 0 while leading_ holds all
+    int64_t exponent_ = 0; // of the last digit
+    char *digits_;         // max_decimal_digits of room
+};
+
+// Whether a digit of another script stands here, which nothing can be made of.
+template <typename Text> bool at_other_digit(vel_locale *locale, const Text &text) {
+    vel_wchar c = text.peek();
+    return c != 0 && portable_of(locale, c) == 0 && in_class(locale, c, VEL_CLASS_DIGIT);
+}
+
+template <typename Text>
+[[gnu::always_inline]] inline bool collect_groups(vel_locale *locale, const number_style &style,
+                                                  Text &text, digit_collector &out) {
+    grouped_run run = take_grouped(style, text, out);
+    if (run.characters == 0 || at_other_digit(locale, text)) return false;
+    bool is_refused = run.characters > max_grouped_characters || run.fault == group_fault::missing;
+    if (is_refused) set_error(locale, VEL_EINVAL);
+    return !is_refused && run.fault == group_fault::none;
+}
+
+// False when no integer part stands here.
+template <typename Text>
+[[gnu::always_inline]] inline bool vel_collect_integer(vel_locale *locale,
+                                                       const number_style &style, Text &text,
+                                                       bool grouped, digit_collector &out) {
+    if (grouped) return collect_groups(locale, style, text, out);
+    return take_digits(text, out) > 0;
+}
+
+struct exponent_text {
+    int64_t value;
+    int32_t characters;
+};
+
+// An exponent counts only when it has digits.
+template <typename Text>
+[[gnu::noinline]] exponent_text read_exponent(const vel_locale *locale, Text text) {
+    const int32_t begin = text.left();
+    text.next();
+    bool negative = skip_ascii_sign(locale, text);
+    if (text.digit() < 0) return {0, 0};
+    constexpr int64_t more_than_any = int64_t{1} << 40; // digits that text can hold
+    int64_t value = 0;
+    for (int32_t digit; (digit = text.digit()) >= 0; text.next()) {
+        if (value < more_than_any) value = value * 10 + digit;
+    }
+    return {negative ? -value : value, begin - text.left()};
+}
+
+template <typename Text>
+[[gnu::always_inline]] inline void collect_exponent(const vel_locale *locale, Text &text,
+                                                    digit_collector &out) {
+    if ((text.portable() | 0x20) != 'e') return;
+    exponent_text exponent = read_exponent(locale, text);
+    out.add_exponent(exponent.value);
+    for (int32_t left = exponent.characters; left > 0; --left) text.next();
+}
+
+// The digits behind the decimal point; their number.
+template <typename Text>
+[[gnu::always_inline]] inline int32_t vel_collect_fraction(vel_locale *locale,
+                                                           const number_style &style, Text &text,
+                                                           digit_collector &out) {
+    if (!vel_match_decimal_point(locale, style, text)) return 0;
+    int32_t digits = take_digits(text, out);
+    out.add_exponent(-digits);
+    return digits;
+}
+
+// Steps over a number at `string`.
+template <portable_form form, typename Unit>
+scanned_double scan_in(vel_locale *locale, const Unit *&string, int32_t most, bool grouped,
+                       number_kind kind) {
+    const number_style style = style_of(locale, kind);
+    bounded_text<Unit, form> at(locale, string, most);
+    char buffer[max_decimal_digits];
+    digit_collector digits(buffer);
+    scanned_double scanned = {};
+    bool negative = skip_sign(locale, style, at);
+    bool has_whole = at.peek() != first_of_point(locale, style);
+    if (has_whole && !vel_collect_integer(locale, style, at, grouped, digits)) return scanned;
+    int32_t places = vel_collect_fraction(locale, style, at, digits);
+    if (!has_whole && places == 0) {
+        set_error(locale, VEL_ENOCONV);
+        return scanned;
+    }
+    collect_exponent(locale, at, digits);
+    scanned.value = digits.value(&scanned.out_of_range);
+    if (negative) scanned.value = -scanned.value;
+    scanned.used = most - at.left();
+    string = at.at();
+    return scanned;
+}
+
+template <typename Unit>
+scanned_double scan_text(vel_locale *locale, const Unit *&string, int32_t most, bool grouped,
+                         number_kind kind) {
+    constexpr auto in_ascii = scan_in<portable_form::ascii, Unit>;
+    constexpr auto by_table = scan_in<portable_form::by_table, Unit>;
+    auto scan = has_ascii_units<Unit>(locale) ? in_ascii : by_table;
+    return scan(locale, string, most, grouped, kind);
+}
+
+template <typename Unit>
+scanned_double read_double(vel_locale *locale, const Unit *string, Unit **end, bool grouped,
+                           number_kind kind) {
+    const Unit *at = skip_white_space(locale, string);
+    scanned_double scanned = scan_text(locale, at, INT32_MAX, grouped, kind);
+    set_host_errno(scanned.out_of_range ? host_error::out_of_range : host_error::none);
+    if (end) *end = const_cast<Unit *>(scanned.used ? at : string);
+    return scanned;
+}
+
+} // namespace
+
+template <typename Unit>
+scanned_double scan_double(vel_locale *locale, char_reader<Unit> &text, int32_t most, bool grouped,
+                           number_kind kind) {
+    const Unit *at = text.at();
+    scanned_double scanned = scan_text(locale, at, most, grouped, kind);
+    if (scanned.used) text = char_reader<Unit>(locale, at);
+    return scanned;
+}
+
+template scanned_double scan_double(vel_locale *, char_reader<char> &, int32_t, bool, number_kind);
+template scanned_double scan_double(vel_locale *, char_reader<vel_wchar> &, int32_t, bool,
+                                    number_kind);
+
+} // namespace vel
+
+using namespace vel;
+
+double vel_wcstod_num_mon(vel_locale *locale, const vel_wchar *wide, vel_wchar **end,
+                          int32_t grouping, int32_t monetary) {
+    number_kind kind = monetary ? number_kind::monetary : number_kind::numeric;
+    return read_double(locale, wide, end, grouping != 0, kind).value;
+}
+
+double vel_wcstod(vel_locale *locale, const vel_wchar *wide, vel_wchar **end, int32_t grouping) {
+    return read_double(locale, wide, end, grouping != 0, number_kind::numeric).value;
+}
+
+double vel_mbstod(vel_locale *locale, const char *string, char **end, int32_t grouping) {
+    char *stop;
+    scanned_double scanned =
+        read_double(locale, string, &stop, grouping != 0, number_kind::numeric);
+    if (end) *end = stop;
+    if (scanned.out_of_range || !is_convertible(locale, string, stop)) {
+        set_error(locale, VEL_ENONUM);
+        return no_number;
+    }
+    return scanned.value;
+}

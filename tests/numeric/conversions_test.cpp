@@ -1,0 +1,353 @@
+// Integers and floating numbers in the text of real locales.
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cmath>
+#include <cstdlib>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "record/record.h"
+#include "support/make_locale.h"
+#include "vels.h"
+
+namespace {
+
+using wide_text = std::vector<vel_wchar>; // with its terminator
+
+// ASCII text in the wide values of a locale; '_' stands for its thousands separator.
+wide_text widen(const vel_locale *locale, const std::string &ascii) {
+    wide_text wide;
+    for (char c : ascii) {
+        const vel::number_marks &marks = locale->numeric_marks;
+        if (c != '_') {
+            wide.push_back(locale->portable->code_of[static_cast<unsigned char>(c)]);
+        } else {
+            wide.insert(wide.end(), marks.thousands_sep,
+                        marks.thousands_sep + marks.thousands_sep_length);
+        }
+    }
+    wide.push_back(0);
+    return wide;
+}
+
+std::string narrow(vel_locale *locale, const std::string &ascii) {
+    char bytes[2000];
+    int32_t n = vel_full_wcstombs(locale, bytes, widen(locale, ascii).data(), sizeof bytes);
+    return {bytes, static_cast<size_t>(n)};
+}
+
+class conversions : public testing::Test {
+protected:
+    ~conversions() override {
+        for (vel_locale *locale : kept_) vel_lc_unload(locale);
+    }
+    vel_locale *load(const char *name) {
+        setenv("CORVANEDIR", VELS_TEST_DATA_ROOT, 1);
+        vel_locale *locale = nullptr;
+        EXPECT_EQ(0, vel_lc_load(&locale, name, -1, nullptr)) << name;
+        kept_.push_back(locale);
+        return locale;
+    }
+    vel_locale *load_null() {
+        vel_locale *locale = nullptr;
+        EXPECT_EQ(0, vel_create_null_locale_4(&locale));
+        kept_.push_back(locale);
+        return locale;
+    }
+
+private:
+    std::vector<vel_locale *> kept_;
+};
+
+struct integer_case {
+    const char *text; // behind two blanks
+    int32_t base;
+    bool grouped;
+    int32_t value;
+    size_t used; // characters, '_' is one
+    int32_t error = 0;
+    int32_t host_error = 0;
+};
+
+constexpr int32_t top = INT32_MAX, bottom = INT32_MIN;
+constexpr integer_case integer_cases[] = {
+    {"1_234_567", 10, true, 1234567, 9},
+    {"-1_234", 10, true, -1234, 6},
+    {"+234", 10, true, 234, 4},
+    {"12_34", 10, true, top, 0, VEL_EINVAL},
+    {"1234", 10, true, top, 0, VEL_EINVAL},
+    {"1_234 ", 10, true, top, 0, VEL_EINVAL}, // the whole rest is grouped
+    {"1_23x_456", 10, true, 123, 4},
+    {"1_2x3_456", 10, true, 12, 3},
+    {"1_234", 10, false, 1, 1},
+    {"", 10, true, 0, 0},
+    {"-", 10, false, 0, 0},
+    {"--1", 10, false, 0, 0},
+    {"- 1", 10, false, 0, 0},
+    {"abc", 10, false, 0, 0},
+    {"0x1F", 0, false, 31, 4},
+    {"0X1f", 16, false, 31, 4},
+    {"0xg", 16, false, 0, 1},
+    {"0x1", 10, false, 0, 1},
+    {"078", 0, false, 7, 2},
+    {"zZ", 36, false, 35 * 37, 2},
+    {"12", 1, false, 0, 0, 0, EINVAL},
+    {"12", 37, false, 0, 0, 0, EINVAL},
+    {"12", -1, true, 0, 0, 0, EINVAL},
+    {"2147483647", 10, false, top, 10},
+    {"2147483648", 10, false, top, 10, 0, ERANGE},
+    {"-2147483648", 10, false, bottom, 11},
+    {"-2_147_483_649", 10, true, bottom, 14, 0, ERANGE},
+    {"99999999999999999999999999999999", 10, false, top, 32, 0, ERANGE},
+};
+
+TEST_F(conversions, read_signed_integers) {
+    // A separator of three bytes, one of one byte, and digits that are not ASCII.
+    for (const char *name : {"fr_fr.utf8", "de_de.utf8", "ja_jp.sjis", "en_us.ibm037"}) {
+        vel_locale *locale = load(name);
+        for (const integer_case &each : integer_cases) {
+            errno = 0;
+            SCOPED_TRACE(std::string(name) + ": " + each.text);
+            const wide_text wide = widen(locale, std::string("  ") + each.text);
+            vel_wchar *wide_end;
+            EXPECT_RESULT(each.value, each.error, locale,
+                          vel_wcstol(locale, wide.data(), &wide_end, each.base, each.grouped));
+            EXPECT_EQ(each.error ? 0 : each.host_error, errno);
+            const size_t used = each.used + 2;
+            EXPECT_EQ(wide.data() + used, wide_end);
+
+            const std::string bytes = narrow(locale, std::string("  ") + each.text);
+            const std::string before =
+                narrow(locale, (std::string("  ") + each.text).substr(0, used));
+            const bool is_over = each.host_error == ERANGE;
+            char *end;
+            EXPECT_RESULT(is_over ? top : each.value, is_over ? VEL_ENONUM : each.error, locale,
+                          vel_mbstol(locale, bytes.c_str(), &end, each.base, each.grouped));
+            EXPECT_EQ(bytes.c_str() + before.size(), end);
+        }
+    }
+}
+
+TEST_F(conversions, read_unsigned_integers) {
+    struct {
+        std::string text;
+        bool grouped;
+        uint32_t wide_value, value;
+        int32_t wide_error, error;
+    } const cases[] = {
+        {"4_294_967_295", true, UINT32_MAX, UINT32_MAX, 0, 0},
+        {"4294967296", false, UINT32_MAX, UINT32_MAX, 0, VEL_ENONUM},
+        {"-4294967296", false, UINT32_MAX, UINT32_MAX, 0, VEL_ENONUM},
+        {"-1", false, UINT32_MAX, UINT32_MAX, 0, 0},
+        {"-123", true, 0u - 123, 0u - 123, 0, 0},
+        {"12_34", true, top, top, VEL_EINVAL, VEL_EINVAL},
+        {"1" + std::string(255, ' '), false, 1, 1, 0, 0},
+        {"1" + std::string(256, ' '), false, top, top, VEL_EINVAL, VEL_EINVAL},
+    };
+    vel_locale *locale = load("de_ch.utf8");
+    for (const auto &each : cases) {
+        SCOPED_TRACE(each.text);
+        EXPECT_RESULT(
+            each.wide_value, each.wide_error, locale,
+            vel_wcstoul(locale, widen(locale, each.text).data(), nullptr, 10, each.grouped));
+        EXPECT_RESULT(
+            each.value, each.error, locale,
+            vel_mbstoul(locale, narrow(locale, each.text).c_str(), nullptr, 10, each.grouped));
+    }
+}
+
+TEST_F(conversions, refuse_what_is_no_text) {
+    vel_locale *locale = load("de_de.utf8");
+    for (const char *text : {"", "\xFF", "12\xFF", "12 x\xC3"}) {
+        EXPECT_RESULT(top, VEL_ENONUM, locale, vel_mbstol(locale, text, nullptr, 10, 0));
+        EXPECT_RESULT(UINT32_MAX, VEL_ENONUM, locale, vel_mbstoul(locale, text, nullptr, 10, 1));
+        EXPECT_RESULT(2147483647.0, VEL_ENONUM, locale, vel_mbstod(locale, text, nullptr, 0));
+    }
+    // 255 characters are the most that are grouped; a character outside ASCII ends the digits.
+    const std::string zeros = std::string(252, '0') + ".000";
+    EXPECT_RESULT(top, VEL_EINVAL, locale, vel_mbstol(locale, zeros.c_str(), nullptr, 10, 1));
+    std::string groups = "000";
+    for (int i = 0; i < 63; ++i) groups += ".000";
+    EXPECT_RESULT(0, 0, locale, vel_mbstol(locale, groups.c_str(), nullptr, 10, 1));
+    groups = "0." + groups;
+    EXPECT_RESULT(top, VEL_EINVAL, locale, vel_mbstol(locale, groups.c_str(), nullptr, 10, 1));
+    EXPECT_RESULT(7, 0, locale, vel_mbstol(locale, "7\xE2\x82\xAC", nullptr, 10, 0));
+}
+
+struct floating_case {
+    const char *text;
+    bool grouped;
+    double value;
+    size_t used;
+    int32_t error = 0;
+};
+
+// The point of the locales is '.' here.
+constexpr floating_case floating_cases[] = {
+    {".5", false, 0.5, 2},
+    {"1e", false, 1.0, 1},
+    {"1e+", false, 1.0, 1},
+    {"-1.5E-1x", false, -0.15, 7},
+    {" \t+12.", false, 12.0, 6},
+    {"1_234_567.25", true, 1234567.25, 12},
+    {"1_234.5_6", true, 1234.5, 7},
+    {"1_234", false, 1.0, 1},
+    {"12_34", true, 0.0, 0},
+    {"1234.5", true, 0.0, 0, VEL_EINVAL},
+    {"1_2_345", true, 0.0, 0},
+    {"1_234_ 5", true, 0.0, 0},
+    {".", false, 0.0, 0, VEL_ENOCONV},
+    {"-.e5", true, 0.0, 0, VEL_ENOCONV},
+    {"abc", true, 0.0, 0},
+    {"-", false, 0.0, 0},
+    {"inf", false, 0.0, 0},
+    {"0x10", false, 0.0, 1},
+};
+
+TEST_F(conversions, read_floating_numbers) {
+    for (const char *name : {"de_ch.utf8", "en_us.ibm037"}) {
+        vel_locale *locale = load(name);
+        for (const floating_case &each : floating_cases) {
+            SCOPED_TRACE(std::string(name) + ": " + each.text);
+            const wide_text wide = widen(locale, each.text);
+            vel_wchar *wide_end;
+            EXPECT_RESULT(each.value, each.error, locale,
+                          vel_wcstod(locale, wide.data(), &wide_end, each.grouped));
+            EXPECT_EQ(wide.data() + each.used, wide_end);
+            const std::string bytes = narrow(locale, each.text);
+            const std::string before = narrow(locale, std::string(each.text).substr(0, each.used));
+            char *end;
+            EXPECT_RESULT(each.value, each.error, locale,
+                          vel_mbstod(locale, bytes.c_str(), &end, each.grouped));
+            EXPECT_EQ(bytes.c_str() + before.size(), end);
+        }
+        EXPECT_TRUE(std::signbit(vel_mbstod(locale, narrow(locale, "-0").c_str(), nullptr, 0)));
+    }
+}
+
+TEST_F(conversions, report_floating_numbers_out_of_range) {
+    vel_locale *locale = load("en_us.utf8");
+    const std::string long_one = "1." + std::string(2000, '0') + "e-99999999999999999999";
+    for (const char *text : {"1e400", "-1e400", "1e-400", "3e-310", long_one.c_str()}) {
+        EXPECT_RESULT(2147483647.0, VEL_ENONUM, locale, vel_mbstod(locale, text, nullptr, 0));
+        EXPECT_RESULT(strtod(text, nullptr), 0, locale,
+                      vel_wcstod(locale, widen(locale, text).data(), nullptr, 0));
+        EXPECT_EQ(ERANGE, errno) << text;
+    }
+    // More digits than are kept: the last of them turns a tie.
+    const std::string tie = "9007199254740993." + std::string(1000, '0');
+    EXPECT_EQ(9007199254740992.0, vel_mbstod(locale, tie.c_str(), nullptr, 0));
+    EXPECT_EQ(9007199254740994.0, vel_mbstod(locale, (tie + "1").c_str(), nullptr, 0));
+    EXPECT_EQ(0.5,
+              vel_mbstod(locale, ("0." + std::string(900, '0') + "5e900").c_str(), nullptr, 0));
+}
+
+TEST_F(conversions, take_the_conventions_of_money) {
+    vel_locale *locale = load("de_at.utf8"); // '.' groups numbers, U+202F or U+00A0 money
+    const vel::number_marks &marks = locale->monetary_marks;
+    ASSERT_NE(marks.thousands_sep[0], locale->numeric_marks.thousands_sep[0]);
+    const vel_wchar money[] = {'-', '1', marks.thousands_sep[0], '2', '3', '4', ',', '5', 0};
+    EXPECT_RESULT(-1234.5, 0, locale, vel_wcstod_num_mon(locale, money, nullptr, 1, 1));
+    EXPECT_RESULT(-1.0, 0, locale, vel_wcstod_num_mon(locale, money, nullptr, 1, 0));
+}
+
+TEST_F(conversions, work_in_a_null_locale) {
+    vel_locale *locale = load_null();
+    const vel_wchar text[] = {'-', '1', '.', '5', 0};
+    EXPECT_RESULT(-1.5, 0, locale, vel_wcstod(locale, text, nullptr, 1));
+    EXPECT_RESULT(-1, 0, locale, vel_wcstol(locale, text, nullptr, 10, 0));
+    vel_wchar out[34];
+    vel_ltowcs(locale, out, 34, -1234567, 10, 1);
+    EXPECT_EQ(widen(locale, "-1234567"), wide_text(out, out + 9));
+    char bytes[40];
+    EXPECT_RESULT(-1, VEL_EILSEQ, locale, vel_ltombs(locale, bytes, 40, 1, 10, 0));
+    EXPECT_RESULT(top, VEL_ENONUM, locale, vel_mbstol(locale, "1", nullptr, 10, 0));
+}
+
+struct written_case {
+    const char *text; // '_' is the separator
+    int32_t value;
+    int32_t base;
+    int32_t length; // 0: no grouping
+};
+
+constexpr written_case written_cases[] = {
+    {"1_234_567", 1234567, 10, 10},
+    {"", 1234567, 10, 9},
+    {"-1_234", -1234, 10, 7},
+    {"", -1234, 10, 6},
+    {"-123", -123, 10, 6},
+    {"", -123, 10, 5},
+    {"0", 0, 10, 64},
+    {"-2_147_483_648", INT32_MIN, 10, 64},
+    {"FF_FFF", 0xFFFFF, 16, 64},
+    {"-FF", -255, 16, 0},
+    {"", 5, 1, 0},
+    {"", 5, 37, 64},
+    {"ZZ", 35 * 37, 36, 0},
+    {"-2147483648", INT32_MIN, 10, 0},
+    {"", 1, 10, -1},
+    {"-10000000000000000000000000000000", INT32_MIN, 2, 0},
+};
+
+TEST_F(conversions, write_integers) {
+    for (const char *name : {"de_de.utf8", "ja_jp.sjis", "en_us.ibm037"}) {
+        vel_locale *locale = load(name);
+        for (const written_case &each : written_cases) {
+            SCOPED_TRACE(std::string(name) + ": " + each.text);
+            wide_text wide = widen(locale, each.text);
+            wide_text out(64, each.length < 0 ? 0u : 'x');
+            vel_ltowcs(locale, out.data(), each.length, each.value, each.base, each.length != 0);
+            EXPECT_EQ(wide, wide_text(out.begin(), out.begin() + static_cast<long>(wide.size())));
+            std::string bytes = narrow(locale, each.text);
+            char text[64] = {};
+            EXPECT_RESULT(
+                static_cast<int32_t>(bytes.size()), 0, locale,
+                vel_ltombs(locale, text, each.length, each.value, each.base, each.length != 0));
+            EXPECT_EQ(bytes, text);
+        }
+    }
+    vel_locale *french = load("fr_fr.utf8");
+    char text[16];
+    EXPECT_EQ(13, vel_ltombs(french, text, 14, 1234567, 10, 1));
+    EXPECT_STREQ("1\u202F234\u202F567", text);
+    EXPECT_EQ(0, vel_ltombs(french, text, 13, 1234567, 10, 1)); // the room is in bytes
+    EXPECT_STREQ("", text);
+}
+
+TEST_F(conversions, read_back_what_they_write) {
+    std::mt19937 random(7);
+    const vel_grouping groupings[] = {{1, {3}}, {2, {3, 2}}, {3, {1, 2, -1}}, {1, {1}}, {0, {}}};
+    for (const char *name : {"en_in.utf8", "fr_fr.utf8", "en_us.ibm037"}) {
+        vel_locale *locale = load(name);
+        const vel_grouping own = locale->conventions.numeric.grouping;
+        for (int i = 0; i < 20000; ++i) {
+            const int32_t base = i % 2 ? 10 : 2 + static_cast<int32_t>(random() % 35);
+            const uint32_t value = static_cast<uint32_t>(random()) >> random() % 32;
+            const int32_t grouped = random() % 4 != 0;
+            locale->conventions.numeric.grouping = i % 3 ? own : groupings[random() % 5];
+            char text[256];
+            char *end;
+            int32_t n = vel_ultombs(locale, text, sizeof text, value, base, grouped);
+            ASSERT_GT(n, 0);
+            ASSERT_EQ(value, vel_mbstoul(locale, text, &end, base, grouped)) << text;
+            ASSERT_EQ(text + n, end);
+            const int32_t number = static_cast<int32_t>(value);
+            vel_wchar wide[256];
+            vel_ltowcs(locale, wide, 256, number, base, grouped);
+            ASSERT_EQ(number, vel_wcstol(locale, wide, nullptr, base, grouped)) << number;
+            if (base != 10) continue;
+            ASSERT_EQ(value, vel_mbstod(locale, text, &end, grouped)) << text;
+            ASSERT_EQ(text + n, end);
+        }
+        locale->conventions.numeric.grouping = own;
+    }
+    vel_locale *indian = load("en_in.utf8");
+    char text[32];
+    vel_ltombs(indian, text, 32, 123456789, 10, 1);
+    EXPECT_STREQ("12,34,56,789", text);
+}
+
+} // namespace

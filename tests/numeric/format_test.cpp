@@ -1,0 +1,209 @@
+// The formatting of numbers and text.
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include "numeric/formatting.h"
+
+namespace {
+
+constexpr char german[] = "de_de.utf8";
+constexpr char english[] = "en_us.utf8";
+constexpr char indian[] = "bn_bd.utf8";
+constexpr char ebcdic[] = "en_us.ibm-037";
+
+struct integer_row {
+    const char *locale;
+    const char *format;
+    int32_t value;
+    const char *expected;
+};
+
+TEST_F(formatting, integers) {
+    const integer_row rows[] = {
+        {english, "%d", 0, "0"},
+        {english, "%d", INT32_MIN, "-2147483648"},
+        {english, "%u", -1, "4294967295"},
+        {english, "a%%b%ic", 7, "a%b7c"},
+        {english, "%x", -255, "-ff"},
+        {english, "%#x %%", 255, "0xff %"},
+        {english, "%#X", -255, "-0XFF"},
+        {english, "%#8x|", 255, "    0xff|"},
+        {english, "%#08x|", 255, "00000xff|"},
+        {english, "%#o", 8, "010"},
+        {english, "%#.5o", 8, "00010"},
+        {english, "%b", 5, "101"},
+        {english, "%q", 7, "13"},
+        {english, "%hd", 0x18000, "-32768"},
+        {english, "%hu", -1, "65535"},
+        {english, "%ld", 42, "42"},
+        {english, "%5d|%%", -42, "  -42|%"},
+        {english, "%05d", -42, "-0042"},
+        {english, "%040d", 7, "0000000000000000000000000000000000000007"},
+        {english, "%-5d|", 42, "42   |"},
+        {english, "%-05d|", 42, "42   |"},
+        {english, "%+5d", 42, "  +42"},
+        {english, "% d", 42, " 42"},
+        {english, "% 05d", 42, " 0042"},
+        {english, "%.5d", -42, "-00042"},
+        {english, "%8.5d", -42, "  -00042"},
+        {english, "%.d", 0, "0"},
+        {english, "%'d", 999, "999"},
+        {english, "%'d", -1234567, "-1,234,567"},
+        {english, "%'12d|", 1234567, "   1,234,567|"},
+        {english, "%'012d", 1234567, "0001,234,567"},
+        {german, "%'d", 1234567, "1.234.567"},
+        {indian, "%'d", 123456789, "12,34,56,789"},
+        {"fr_fr.utf8", "%'d", 1234567, "1\u202F234\u202F567"},
+        {"fr_fr.utf8", "%'10d|", 1234567, " 1\u202F234\u202F567|"},
+        {ebcdic, "%'+10d!", 12345, "   +12,345!"},
+        {ebcdic, "%#06x", 0xAB, "000xab"},
+        {"ja_jp.eucjp", "%'d", 1234567, "1,234,567"},
+        {"", "%+'5d", 1234, "+1234"},
+        {"", "%d", -7, "-7"},
+    };
+    for (const integer_row &row : rows) {
+        EXPECT_EQ(format(row.locale, row.format, row.value), row.expected)
+            << row.locale << " " << row.format;
+    }
+    EXPECT_EQ(format(english, "%*d|%-*d|%.*d|%*d", 4, 1, 3, 2, 3, 3, -4, 4), "   1|2  |003|4");
+}
+
+struct double_row {
+    const char *locale;
+    const char *format;
+    double value;
+    const char *expected;
+};
+
+TEST_F(formatting, doubles) {
+    const double infinite = std::numeric_limits<double>::infinity();
+    const std::string wide_infinity = std::string(117, ' ') + "Inf";
+    const std::string wide_number = std::string(96, ' ') + "2.5";
+    const double_row rows[] = {
+        {english, "%f", 0.1, "0.100000"},
+        {english, "%6f|", infinite, "   Inf|"},
+        {english, "%-6f|", infinite, "Inf   |"},
+        {english, "%9f|", -infinite, "-Inf|"},
+        {english, "%120f", infinite, wide_infinity.c_str()},
+        {english, "%+f", -std::nan(""), "NaN"},
+        {english, "%99.1f", 2.5, wide_number.c_str()},
+        {english, "%100f", 1, "error 14"},
+        {english, "%.2f", -0.001, "-0.00"},
+        {english, "%.0f", 2.5, "2"},
+        {english, "%#.0f", 3.5, "4."},
+        {english, "%08.2f", -3.14159, "-0003.14"},
+        {english, "%+.1f", 1, "+1.0"},
+        {english, "% .1f", 1, " 1.0"},
+        {english, "%'.2f", 999999.999, "1,000,000.00"},
+        {english, "%'14.2f|", 1234567.5, "  1,234,567.50|"},
+        {english, "%'e", 12345, "1.234500e+04"},
+        {english, "%e", 1e100, "1.000000e+10"},
+        {english, "%.0E", 1e-123, "1E-123"},
+        {english, "%12.2e|", 12345.678, "   1.23e+04|"},
+        {english, "%g %%", 1e5, "100000 %"},
+        {english, "%G", 1e-5, "1E-05"},
+        {german, "%e", 12345.678, "1,234568e+04"},
+        {german, "%'-14.2f|", -1234567.5, "-1.234.567,50 |"},
+        {indian, "%'.1f", 12345678.9, "1,23,45,678.9"},
+        {ebcdic, "%'.2f", -1234.5, "-1,234.50"},
+        {ebcdic, "%f", infinite, "Inf"},
+        {"", "%'.2f", -1234.5, "-1234.50"},
+        {english, "%.2147483647f", 1, "error 14"},
+        {english, "%.2147483647e", 1, "error 14"},
+        {english, "%.2147483647g", 0.5, "0.5"},
+        {english, "%#.2147483647g", 0.5, "error 14"},
+    };
+    for (const double_row &row : rows) {
+        EXPECT_EQ(format(row.locale, row.format, row.value), row.expected)
+            << row.locale << " " << row.format;
+    }
+}
+
+// The host's own text, with the point of its C locale.
+TEST_F(formatting, doubles_as_the_host_writes_them) {
+    std::mt19937_64 random(5);
+    vel_locale *locale = load("c.utf-8");
+    for (int i = 0; i < 20000; ++i) {
+        double value =
+            std::ldexp(static_cast<double>(random() >> 11), static_cast<int>(random() % 500) - 280);
+        if (std::fabs(std::log10(value)) >= 99) continue;
+        if (random() % 2) value = -value;
+        std::string text = "%";
+        const char style = "feEgG"[random() % 5];
+        for (char flag : {'-', '#', '+', ' ', '0'}) {
+            if (random() % 3 == 0) text += flag;
+        }
+        if (style == 'f') text += std::to_string(1 + random() % 60);
+        text += "." + std::to_string(random() % (i % 10 ? 20 : 400)) + style;
+        char host[1000], ours[1000];
+        snprintf(host, sizeof host, text.c_str(), value);
+        int32_t n = vel_mbsfnum(locale, ours, sizeof ours, text.c_str(), value);
+        ASSERT_GT(n, 0) << text << " of " << value;
+        ASSERT_STREQ(ours, host) << text << " of " << value;
+    }
+}
+
+TEST_F(formatting, text) {
+    vel_locale *japanese = load("ja_jp.utf8");
+    const wide_text kanji = widen(japanese, "\u65E5\u672C");
+    EXPECT_EQ(format("ja_jp.utf8", "%6s|%-6s|%06s|%.1s", "\u65E5\u672C", "\u65E5", "ab", "xyz"),
+              "  \u65E5\u672C|\u65E5    |0000ab|x");
+    EXPECT_EQ(format("ja_jp.utf8", "%ls%5ls|", kanji.data(), kanji.data()),
+              "\u65E5\u672C \u65E5\u672C|");
+    EXPECT_EQ(format("ja_jp.utf8", "%c%3lc%-3c|%c", "\u65E5", kanji[0], "x", nullptr),
+              "\u65E5 \u65E5x  |");
+    EXPECT_EQ(format(english, "[%c%lc%2c]", "", 0, ""), "[  ]");
+    EXPECT_EQ(format("en_us.8859-1", "%ls|", wide_text{0x41, 0}.data()), "A|");
+    EXPECT_EQ(format(english, "%s", "\xC3"), "error 1");
+    EXPECT_EQ(format(english, "%s", nullptr), "error 2");
+    EXPECT_EQ(format(english, "%2147483647s", "x"), "error 14");
+    char bytes[20];
+    EXPECT_EQ(vel_mbsfnum(load("en_us.8859-1"), bytes, 20, "%ls", kanji.data()), -1);
+    EXPECT_EQ(error_of(load("en_us.8859-1")), VEL_EILSEQ);
+}
+
+TEST_F(formatting, malformed_formats) {
+    const struct {
+        const char *format;
+        const char *expected;
+    } rows[] = {
+        {"%", "error 15"},    {"%5", "error 15"},    {"%l", "error 15"},   {"%k", "error 22"},
+        {"%F", "error 22"},   {"%1$d", "error 22"},  {"%lld", "error 22"}, {"%.", "error 45"},
+        {"%.'d", "error 45"}, {"%0-5d", "error 22"}, {"%\xC3", "error 1"}, {"\x80", "error 1"},
+    };
+    for (const auto &row : rows) {
+        char bytes[50];
+        vel_locale *locale = load(english);
+        EXPECT_EQ(vel_mbsfnum(locale, bytes, 50, row.format, 1), -1) << row.format;
+        EXPECT_EQ("error " + std::to_string(error_of(locale)), row.expected) << row.format;
+    }
+    for (const char *huge : {"%2147483647d", "%-99999999999d", "%.2147483647d", "%'0999999999d"}) {
+        EXPECT_EQ(format(english, huge, 1), "error 14") << huge;
+    }
+    const std::string whole = "%-+'12.5ld";
+    for (size_t cut = 1; cut < whole.size(); ++cut) {
+        const std::string result = format(english, whole.substr(0, cut), 1);
+        EXPECT_TRUE(result == "error 15" || result == "error 45") << cut << " " << result;
+    }
+}
+
+TEST_F(formatting, multibyte_copies) {
+    vel_locale *utf8 = load(english);
+    vel_locale *latin = load("en_us.8859-1");
+    const wide_text euro = widen(utf8, "a\u20AC");
+    char bytes[8];
+    EXPECT_EQ(vel_get_mbstring(utf8, bytes, euro.data(), 5), 4);
+    EXPECT_STREQ(bytes, "a\u20AC");
+    EXPECT_EQ(vel_get_mbstring(utf8, bytes, euro.data(), 4), -1);
+    EXPECT_EQ(error_of(utf8), VEL_E2BIG);
+    EXPECT_EQ(vel_get_mbstring(utf8, bytes, euro.data() + 2, 0), -1);
+    EXPECT_EQ(vel_get_mbstring(utf8, bytes, wide_text{0xFFFFFFFF, 0}.data(), 8), -1);
+    EXPECT_EQ(error_of(utf8), VEL_EILSEQ);
+    EXPECT_EQ(vel_get_mbstring(latin, bytes, wide_text{0xE4, 0x85, 0}.data(), 3), 2);
+    EXPECT_STREQ(bytes, "\xE4\x85");
+    EXPECT_EQ(vel_get_mbstring(latin, bytes, euro.data(), 8), -1);
+    EXPECT_EQ(error_of(latin), VEL_EILSEQ);
+}
+
+} // namespace
