@@ -11,7 +11,11 @@
 #include "vels/names.h"
 #include "vels/multibyte.h"
 #include "vels/ctype.h"
+#include "vels/number.h"
+#include "vels/money.h"
+#include "vels/width.h"
 #include "vels/locale.h"
 #include "vels/info.h"
+#include "vels/time.h"
 
 #endif

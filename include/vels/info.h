@@ -65,6 +65,70 @@ typedef struct vel_conventions {
     vel_messages_conventions messages;
 } vel_conventions;
 
+/* --- Items by number -------------------------------------------------------------------------- */
+
+/* The days and months of a list have consecutive numbers: VEL_ITEM_DAY_1 + 6 is Saturday. */
+#define VEL_ITEM_D_T_FMT 0        /* format of date and time */
+#define VEL_ITEM_DAY_1 1          /* names of seven days, Sunday first */
+#define VEL_ITEM_ABDAY_1 8        /* the same, abbreviated */
+#define VEL_ITEM_MON_1 15         /* names of up to twenty months */
+#define VEL_ITEM_ABMON_1 35       /* the same, abbreviated */
+#define VEL_ITEM_DECIMAL_POINT 55 /* decimal point of numbers */
+#define VEL_ITEM_THOUSANDS_SEP 56 /* thousands separator of numbers */
+#define VEL_ITEM_YESSTR 57        /* an answer that means yes */
+#define VEL_ITEM_NOSTR 58         /* an answer that means no */
+#define VEL_ITEM_CRNCYSTR 59      /* currency symbol behind - (before an amount) or + (after it) */
+#define VEL_ITEM_CODESET 60       /* name of the code set of VEL_CTYPE */
+#define VEL_ITEM_D_FMT 61         /* format of a date */
+#define VEL_ITEM_T_FMT 62         /* format of a time */
+#define VEL_ITEM_T_FMT_AMPM 63    /* format of a time of twelve hours */
+#define VEL_ITEM_AM_STR 64
+#define VEL_ITEM_PM_STR 65
+#define VEL_ITEM_ERA 66 /* entries of the eras, joined by ; */
+#define VEL_ITEM_ERA_D_FMT 67
+#define VEL_ITEM_ERA_D_T_FMT 68
+#define VEL_ITEM_ERA_T_FMT 69
+#define VEL_ITEM_ALT_DIGITS 70 /* joined by ; */
+#define VEL_ITEM_YESEXPR 71    /* regular expression for answers that mean yes */
+#define VEL_ITEM_NOEXPR 72
+#define VEL_ITEM_CALENDAR 73 /* name of the calendar and a line end, in ASCII: "gregorian\n" */
+
+/*
+ * The string of an item. What the locale does not have is an empty string.
+ *
+ * Null with VEL_EBADLEN for a month beyond those of the locale. Null without an error number for
+ * any other number that is not listed above, for VEL_ITEM_CALENDAR when no calendar is loaded, and
+ * for a null locale.
+ */
+VEL_API const char *vel_nl_langinfo(vel_locale *locale, int32_t item);
+/* The same as a wide string. */
+VEL_API const vel_wchar *vel_wc_nl_langinfo(vel_locale *locale, int32_t item);
+
+/* The string of one of the seven formats of dates and times: VEL_ITEM_D_T_FMT, _D_FMT, _T_FMT,
+   _T_FMT_AMPM, _ERA_D_FMT, _ERA_D_T_FMT, _ERA_T_FMT. For any other number, and for a null locale,
+   an empty string. Never null. */
+VEL_API const char *vel_get_ltime_fmts(vel_locale *locale, int32_t item);
+
+/* --- Conventions ------------------------------------------------------------------------------ */
+
+/* The conventions of numbers, money and answers. Null for a null locale, without an error number.
+ */
+VEL_API const vel_conventions *vel_localeconv(vel_locale *locale);
+
+/* --- Length of formatted times ---------------------------------------------------------------- */
+
+/*
+ * The largest number of bytes that formatting a time by this multibyte format can give, terminator
+ * excluded. `mode` has to be 1.
+ *
+ * -1 without an error number when `mode` is not 1; with VEL_EFORMAT when `format` is null,
+ * VEL_E2BIG when the number does not fit, and otherwise with the number of the formatter that
+ * refuses the format, such as VEL_ETIMEFMT at an unknown conversion.
+ */
+VEL_API int32_t vel_mbsfmtexpand(vel_locale *locale, int32_t mode, const char *format);
+/* The largest number of characters, for a wide format; otherwise as vel_mbsfmtexpand. */
+VEL_API int32_t vel_wcsfmtexpand(vel_locale *locale, int32_t mode, const vel_wchar *format);
+
 VEL_END_DECLS
 
 #endif

@@ -55,18 +55,37 @@ typedef struct vel_date {
 
 /* A broken-down time. */
 typedef struct vel_time_record {
-    int32_t subsecond;   /* part of a second */
-    int32_t second;      /* 0 to 61 */
+    int32_t subsecond;   /* microseconds, 0 to 999999 */
+    int32_t second;      /* 0 to 59 */
     int32_t minute;      /* 0 to 59 */
     int32_t hour;        /* 0 to 23 */
     int32_t day;         /* of the month, 1 to 31 */
     int32_t month;       /* 0 to 11 */
-    int32_t year;        /* since 1900 */
+    int32_t year;        /* since 1900, -1900 to 8099 */
     int32_t weekday;     /* since Sunday, 0 to 6 */
     int32_t yearday;     /* since 1 January, 0 to 365 */
     int32_t daylight;    /* daylight-saving flag */
     int32_t reserved[2]; /* 0 */
 } vel_time_record;
+
+/*
+ * A broken-down time of any calendar, with the month twice: by its number in the year, and by the
+ * position of its name in the locale's list. They differ in a calendar with leap months.
+ */
+typedef struct vel_time_work {
+    int32_t subsecond;
+    int32_t second;
+    int32_t minute;
+    int32_t hour;
+    int32_t day;        /* of the month, from 1 */
+    int32_t month;      /* from 0; 12 is the last one of a Hebrew leap year */
+    int32_t month_name; /* from 0; 12 and 13 are the two Adar of a Hebrew leap year */
+    int32_t year;       /* since 1900 of the calendar's own era */
+    int32_t weekday;    /* since Sunday */
+    int32_t yearday;    /* since the first day of the year; 384 at most */
+    int32_t daylight;
+    int32_t reserved[2];
+} vel_time_work;
 
 /* Categories of a locale. */
 #define VEL_ALL 1

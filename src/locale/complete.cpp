@@ -1,5 +1,7 @@
 #include "locale/complete.h"
 
+#include "locale/era_list.h"
+#include "locale/query_texts.h"
 #include "locale/time_names.h"
 
 namespace vel {
@@ -20,7 +22,8 @@ int32_t complete_locale(vel_locale *locale) {
         widen_name(locale->codeset_names[i], locale->wide_codeset_names[i]);
         widen_name(locale->file_names[i], locale->wide_file_names[i]);
     }
-    return build_time_names(locale);
+    if (build_era_list(locale) != 0 || build_time_names(locale) != 0) return -1;
+    return build_query_texts(locale);
 }
 
 } // namespace vel

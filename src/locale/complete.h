@@ -5,8 +5,8 @@
 
 namespace vel {
 
-// Makes the wide copies of the names of code sets and files, and the trees of names that time
-// parsing searches. 0, or -1 with VEL_ENOMEM.
+// Makes the wide copies of the names of code sets and files, the list of eras, the trees of names
+// that time parsing searches, and the strings of information queries. 0, or -1 with VEL_ENOMEM.
 int32_t complete_locale(vel_locale *locale);
 
 } // namespace vel

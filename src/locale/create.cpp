@@ -76,6 +76,7 @@ void destroy_record(vel_locale *locale) {
 void destroy_record_alone(vel_locale *locale) {
     release_byte_tables(locale);
     release_time_derived(locale);
+    release_query_texts(locale);
     vel_free(locale);
 }
 

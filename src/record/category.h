@@ -27,5 +27,7 @@ void release_messages(vel_locale *locale);
 void release_byte_tables(vel_locale *locale);
 // Frees the trees of names and the list of eras.
 void release_time_derived(vel_locale *locale);
+// Frees the strings made for information queries and leaves them empty.
+void release_query_texts(vel_locale *locale);
 
 } // namespace vel

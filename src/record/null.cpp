@@ -41,12 +41,15 @@ void null_monetary(vel_locale *locale) {
     monetary = {};
     for (auto text : monetary_texts) monetary.*text = empty_text();
     for (auto number : monetary_numbers) monetary.*number = not_given;
+    locale->query_texts.currency = empty_text();
     locale->monetary_marks = null_marks();
 }
 
 void null_time(vel_locale *locale) {
     locale->time = {};
     for (auto text : time_texts) locale->time.*text = empty_text();
+    locale->query_texts.eras = empty_text();
+    locale->query_texts.alt_digits = empty_text();
     release_time_derived(locale);
 }
 

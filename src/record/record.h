@@ -169,14 +169,12 @@ struct time_derived {
 };
 
 // Strings that information queries hand out and no category holds as such; made when the locale is
-// completed and owned by the locale itself, in one block.
+// completed and owned by the locale itself, in one block. Each is empty while its category is null.
 struct query_texts {
-    locale_text time_formats[7]; // date, date and time, time, 12-hour time, era date, era date and
-                                 // time, era time
-    locale_text eras;            // joined by ;
-    locale_text alt_digits;      // joined by ;
-    locale_text currency;        // the symbol behind - or +
-    void *block;
+    locale_text eras;       // joined by ;
+    locale_text alt_digits; // joined by ;
+    locale_text currency;   // the symbol behind - or +
+    void *block;            // null while all of them are empty
 };
 
 // The codes of the portable characters (letters, digits, the signs that numbers and formats are

@@ -52,6 +52,12 @@ void release_time_derived(vel_locale *locale) {
     locale->time_derived.era_count = 0;
 }
 
+void release_query_texts(vel_locale *locale) {
+    query_texts &texts = locale->query_texts;
+    release(texts.block);
+    texts.eras = texts.alt_digits = texts.currency = empty_text();
+}
+
 void release_ctype(vel_locale *locale) {
     ctype_category &ctype = locale->ctype;
     release_table(ctype.characters);

@@ -267,6 +267,7 @@ TEST_F(lifecycle, releasing_a_shared_locale_without_its_categories) {
     vel_lc_unload(same);
     copy.byte_upper = copy.byte_lower = nullptr;
     copy.byte_classes = nullptr;
+    copy.time_derived = {};
     for (int32_t category = VEL_CTYPE; category <= VEL_MESSAGES; ++category) {
         vel_free_category(&copy, category);
     }

@@ -1,0 +1,358 @@
+// Formatting of dates and times, and measuring of formats.
+#include "time/time_fixture.h"
+
+#include <cstring>
+#include <filesystem>
+#include <vector>
+
+#include "record/portable.h"
+#include "time/measure.h"
+#include "vels/multibyte.h"
+
+namespace {
+
+using namespace vel_test;
+
+constexpr char guard = '\x5A';
+
+// A format of ASCII in the code set of a locale, and back.
+std::string in_code_set(const vel_locale *locale, std::string text) {
+    for (char &c : text) {
+        if (static_cast<unsigned char>(c) < 0x80) c = static_cast<char>(vel::value_of(locale, c));
+    }
+    return text;
+}
+std::string from_code_set(const vel_locale *locale, std::string text) {
+    for (char &c : text) {
+        const auto value = static_cast<unsigned char>(c);
+        if (const auto ascii = vel::portable_of(locale, value)) c = static_cast<char>(ascii);
+    }
+    return text;
+}
+std::vector<vel_wchar> widen(vel_locale *locale, const std::string &text) {
+    std::vector<vel_wchar> wide(text.size() + 1);
+    const int32_t count =
+        vel_im_mbstowcs(locale, wide.data(), text.c_str(), static_cast<int32_t>(wide.size()));
+    EXPECT_GE(count, 0) << text;
+    wide.resize(static_cast<size_t>(vel_wcslen(wide.data())));
+    return wide;
+}
+
+// Formats in both forms, into buffers of every size; the text, or "error N".
+std::string format(vel_locale *locale, const std::string &format, const vel_time_record &time) {
+    std::string bytes(1000, guard);
+    take_error(locale);
+    const int32_t length = vel_mbsftime(locale, bytes.data(), 1000, format.c_str(), &time);
+    const int32_t error = take_error(locale);
+    std::vector<vel_wchar> wide_format = widen(locale, format), wide(1000);
+    wide_format.push_back(0);
+    const int32_t characters = vel_wcsftime(locale, wide.data(), 1000, wide_format.data(), &time);
+    EXPECT_EQ(take_error(locale), error) << format;
+    if (error != 0) {
+        EXPECT_EQ(length, 0);
+        EXPECT_EQ(characters, 0);
+        return "error " + std::to_string(error);
+    }
+    const std::string text = bytes.substr(0, static_cast<size_t>(length));
+    wide.resize(static_cast<size_t>(characters));
+    EXPECT_EQ(widen(locale, text), wide) << format;
+
+    vel::format_extent extent{}, wide_extent{};
+    EXPECT_EQ(vel::measure_time_format(locale, format.c_str(), extent), 0) << format;
+    EXPECT_EQ(vel::measure_time_format(locale, wide_format.data(), wide_extent), 0);
+    EXPECT_EQ(extent.bytes, wide_extent.bytes);
+    EXPECT_GE(extent.bytes, length) << format;
+    EXPECT_GE(extent.characters, characters) << format;
+
+    const int32_t least = vel_mb_loc_min(locale);
+    for (int32_t size = -1; size <= length + least; ++size) {
+        std::string out(1000, guard);
+        const int32_t written = vel_mbsftime(locale, out.data(), size, format.c_str(), &time);
+        const int32_t number = take_error(locale);
+        const bool fits = size >= length + least;
+        EXPECT_EQ(written, fits ? length : 0) << format << " in " << size;
+        EXPECT_TRUE(fits ? number == 0 : number == VEL_E2BIG || number == VEL_ETIME41)
+            << format << " in " << size << ": " << number;
+        EXPECT_EQ(out.find_first_not_of(guard, static_cast<size_t>(size < 0 ? 0 : size)), out.npos)
+            << format << " in " << size;
+    }
+    return text;
+}
+
+struct format_case {
+    const char *format;
+    const char *text;
+};
+
+const vel_time_record afternoon = time_of(2021, 7, 5, 13, 5, 9, 123456); // a Monday
+const vel_time_record midnight = time_of(900, 12, 31, 0, 0, 0, 6);
+
+TEST(format, conversions) {
+    const format_case cases[] = {
+        {"%a %A %b %h %B", "Mon Monday Jul Jul July"},
+        {"%C %g %Y %y %D", "20 20 2021 21 07/05/21"},
+        {"%d %e %.2e %.1d %3e %-3e:", "05  5 05 5   5 5  :"},
+        {"%F %F0 %F3 %F8 %.8F %.2F %8F %08F %-8F:",
+         "123456  123 1234568 12345600 12   123456 00123456 123456  :"},
+        {"%iF %iF1 %iF5 %iY %6iF", ".12 .1 .12345 2021    .12"},
+        {"%H %I %p %j %M %m %S %R %T", "13 01 PM 186 05 07 09 13:05 13:05:09"},
+        {"%u %w %.1u", "01 01 1"},
+        {"100%%%n%t", "100%\n\t"},
+        {"%5Y %-6Y: %06Y %.6Y %+d %'Y", " 2021 2021  : 002021 002021 +05 2,021"},
+        {"%5a %-5a: %.2A %5.2A %05a", "  Mon Mon  : Mo    Mo 00Mon"},
+        {"%Ey %EY %Od %OC %EOy %Ex", "21 2021 05 20 21 07/05/2021"},
+        {"\xC3\xA4%d\xE2\x82\xAC", "\xC3\xA4"
+                                   "05\xE2\x82\xAC"},
+        {"", ""},
+        {"%k", "error 22"},
+        {"%iF0", "error 22"},
+        {"%iF6", "error 22"},
+        {"%iM", "error 22"},
+        {"%", "error 15"},
+        {"%5", "error 15"},
+        {"%i", "error 15"},
+        {"%E", "error 15"},
+        {"%.!", "error 45"},
+    };
+    const locale_owner owner = open_locale("en_us.utf8");
+    const locale_owner ebcdic = open_locale("en_us.ibm037");
+    for (const auto &[text, wanted] : cases) {
+        EXPECT_EQ(format(owner.get(), text, afternoon), wanted) << text;
+        if (strchr(text, '\xC3')) continue;
+        const std::string there = format(ebcdic.get(), in_code_set(ebcdic.get(), text), afternoon);
+        const bool is_error = strncmp(wanted, "error", 5) == 0;
+        EXPECT_EQ(is_error ? there : from_code_set(ebcdic.get(), there), wanted) << text;
+    }
+    const format_case earlier[] = {{"%I %p %H %e %C %Y %y", "12 AM 00 31 9 0900 00"},
+                                   {"%u %w %iF %F %j", "05 05 .00 000006 365"}};
+    for (const auto &[text, wanted] : earlier) {
+        EXPECT_EQ(format(owner.get(), text, midnight), wanted);
+    }
+    vel_time_record year_0 = midnight;
+    year_0.year = -1900;
+    year_0.weekday = 0;
+    year_0.hour = 12;
+    EXPECT_EQ(format(owner.get(), "%Y %u %w %p %I", year_0), "0000 07 00 PM 12");
+}
+
+TEST(format, fields_out_of_range) {
+    const struct {
+        int32_t vel_time_record::*field;
+        int32_t low, high, error;
+        const char *letters;
+    } rows[] = {
+        {&vel_time_record::subsecond, 0, 999999, 23, "F"},
+        {&vel_time_record::second, 0, 59, 24, "ST"},
+        {&vel_time_record::minute, 0, 59, 25, "MRT"},
+        {&vel_time_record::hour, 0, 23, 26, "HIpRT"},
+        {&vel_time_record::day, 1, 99, 27, "deD"},
+        {&vel_time_record::weekday, 0, 6, 28, "aAuw"},
+        {&vel_time_record::yearday, 0, 365, 29, "j"},
+        {&vel_time_record::month, 0, 11, 30, "bBhmD"},
+        {&vel_time_record::year, -1900, 8099, 31, "YCgD"},
+    };
+    const locale_owner owner = open_locale("en_us.utf8");
+    for (const auto &row : rows) {
+        for (const char *letter = row.letters; *letter; ++letter) {
+            const std::string conversion = std::string("%") + *letter;
+            const std::string failure = "error " + std::to_string(row.error);
+            vel_time_record time = afternoon;
+            for (int32_t value : {row.low, row.high}) {
+                time.*row.field = value;
+                EXPECT_EQ(format(owner.get(), conversion, time).find("error"), std::string::npos);
+            }
+            for (int32_t value : {row.low - 1, row.high + 1, INT32_MIN, INT32_MAX}) {
+                time.*row.field = value;
+                EXPECT_EQ(format(owner.get(), conversion, time), failure) << conversion << value;
+                EXPECT_EQ(format(owner.get(), "%3" + conversion.substr(1), time), failure);
+            }
+        }
+    }
+    vel_time_record time = afternoon;
+    for (int32_t year : {INT32_MIN, INT32_MAX}) {
+        time.year = year;
+        EXPECT_EQ(format(owner.get(), "%y", time), year < 0 ? "48" : "47");
+    }
+    const std::pair<const char *, int32_t> calls[] = {
+        {nullptr, VEL_EFORMAT}, {"%Y", VEL_ETIME41}, {"%iY", VEL_E2BIG}, {"\xFF", VEL_EILSEQ}};
+    for (auto [text, error] : calls) {
+        char out[4];
+        EXPECT_EQ(vel_mbsftime(owner.get(), out, 4, text, &afternoon), 0);
+        EXPECT_EQ(take_error(owner.get()), error);
+    }
+}
+
+TEST(format, conventions_of_real_locales) {
+    const struct {
+        const char *locale, *format, *text;
+    } rows[] = {
+        {"de_de.utf8", "%A, %e. %B, %c", "Montag,  5. Juli, Mo 05 Jul 2021 13:05:09"},
+        {"ja_jp.utf8", "%Ex %EY %EC %Eg %Ey %.2Ey", "令和3年07月05日 令和3年 令和 令和 3 03"},
+        {"ja_jp.utf8", "%Od %Oe:%OT:%OC:%OD", "五 五:十三:五:九:二十:七/五/二十一"},
+        {"ja_jp.utf8", "%6Od:%-6a:%3a:%.1a", "    五:月    : 月:"},
+        {"th_th.utf8", "%Ey %EC %Ex", "2564 พ.ศ.  5 ก.ค. 2564"},
+        {"my_mm.utf8", "%OH:%OM", "၁၃:၀၅"},
+        {"fa_ir.utf8", "%Od", "۰۵"},
+        {"zh_tw.utf8", "%EC %Ey", "民國 110"},
+    };
+    for (const auto &row : rows) {
+        const locale_owner owner = open_locale(row.locale);
+        EXPECT_EQ(format(owner.get(), row.format, afternoon), row.text) << row.locale;
+    }
+    const locale_owner ja = open_locale("ja_jp.utf8");
+    EXPECT_EQ(format(ja.get(), "%EC%EY", time_of(2019, 4, 30)), "平成平成31年");
+    EXPECT_EQ(format(ja.get(), "%EC%EY", time_of(2019, 5, 1)), "令和令和元年");
+    EXPECT_EQ(format(ja.get(), "%Ed", afternoon), "error 22");
+    EXPECT_EQ(format(ja.get(), "%OY", afternoon), "error 22");
+    EXPECT_EQ(format(ja.get(), "%OB", afternoon), "error 22");
+}
+
+// Eras of every kind in a record made by hand.
+TEST(format, eras) {
+    const locale_owner owner = open_locale("c.utf-8");
+    vel_locale *locale = owner.get();
+    vel_wchar old_name[] = {'o', 'l', 'd', 0}, other[] = {'O', 0}, empty[] = {0};
+    vel_wchar new_name[] = {'n', 'e', 'w', 0}, full[] = {'%', 'E', 'C', '-', '%', 'E', 'y', 0};
+    char old_bytes[] = "old", other_bytes[] = "O", new_bytes[] = "new", full_bytes[] = "%EC-%Ey";
+    char none[] = "", endless_bytes[] = "%EY";
+    vel_wchar endless[] = {'%', 'E', 'Y', 0};
+    vel::era_entry eras[] = {
+        {{INT32_MIN, 1, 1},
+         {0, 12, 31},
+         1,
+         -1,
+         0,
+         {old_bytes, old_name},
+         {other_bytes, other},
+         {none, empty}},
+        {{1, 1, 1},
+         {2000, 6, 30},
+         1,
+         1,
+         1,
+         {new_bytes, new_name},
+         {new_bytes, new_name},
+         {full_bytes, full}},
+        {{2000, 7, 1},
+         {2000, 7, 31},
+         5,
+         1,
+         2000,
+         {new_bytes, new_name},
+         {new_bytes, new_name},
+         {endless_bytes, endless}},
+    };
+    const vel::text_list eras_before = locale->time.eras;
+    const vel::time_derived derived_before = locale->time_derived;
+    locale->time.eras = {3, nullptr};
+    locale->time_derived.era_count = 2;
+    locale->time_derived.eras = eras;
+
+    vel_time_record year_0 = time_of(2000, 5, 5);
+    year_0.year = -1900;
+    EXPECT_EQ(format(locale, "%EC %Eg %Ey %EY", year_0), "old O 1 0000");
+    EXPECT_EQ(format(locale, "%EC %Eg %Ey %EY %5EC", time_of(2000, 6, 30)),
+              "new new 2000 new-2000   new");
+    EXPECT_EQ(format(locale, "%Ey", time_of(2000, 7, 1)), "error 9");
+    year_0.month = 12;
+    EXPECT_EQ(format(locale, "%EC", year_0), "error 30");
+    year_0.month = 0;
+    eras[0].offset = INT32_MIN;
+    EXPECT_EQ(format(locale, "%Ey", year_0), "2147483648");
+    locale->time_derived.era_count = 3;
+    EXPECT_EQ(format(locale, "%EY", time_of(2000, 7, 1)), "error 15");
+    locale->time.eras = eras_before;
+    locale->time_derived = derived_before;
+}
+
+// Formats of a locale that lead into one another.
+TEST(format, hostile_formats) {
+    const locale_owner owner = open_locale("c.utf-8");
+    vel_locale *locale = owner.get();
+    const vel::time_category before = locale->time;
+    vel_wchar itself[] = {'%', 'c', 0};
+    char itself_bytes[] = "%c";
+    locale->time.d_t_fmt = {itself_bytes, itself};
+    std::string many;
+    for (int i = 0; i < 1000; ++i) many += "%x";
+    std::vector<vel_wchar> wide_many(many.begin(), many.end());
+    wide_many.push_back(0);
+    locale->time.t_fmt = {many.data(), wide_many.data()};
+    vel::format_extent extent;
+    for (const char *text : {"%c", "%X"}) {
+        EXPECT_EQ(format(locale, text, afternoon), "error 15") << text;
+        EXPECT_EQ(vel::measure_time_format(locale, text, extent), -1);
+        EXPECT_EQ(take_error(locale), VEL_EFORMAT);
+    }
+    locale->time = before;
+    EXPECT_EQ(vel::measure_time_format(locale, "%2147483647d%2147483647d", extent), -1);
+    EXPECT_EQ(take_error(locale), VEL_E2BIG);
+    EXPECT_EQ(vel::measure_time_format(locale, "%.2147483647F%iF", extent), -1);
+    EXPECT_EQ(take_error(locale), VEL_E2BIG);
+}
+
+TEST(format, other_calendars) {
+    const locale_owner owner = open_locale("en_us.utf8");
+    vel_locale *locale = owner.get();
+    {
+        const in_calendar hebrew(locale, vel::calendar_hebrew);
+        EXPECT_EQ(format(locale, "%d %m %Y %u %T", time_of(2024, 10, 3, 1, 2, 3)),
+                  "01 01 5785 04 01:02:03");
+        EXPECT_EQ(format(locale, "%j", time_of(2024, 10, 2)), "383"); // the end of a leap year
+        EXPECT_EQ(format(locale, "%Y", time_of(2024, 2, 10)), "5784");
+        EXPECT_EQ(format(locale, "%b", time_of(2024, 2, 10)), "error 30"); // needs 14 names
+
+        const vel::text_list before = locale->time.months;
+        char names[14][16] = {};
+        vel_wchar wide_names[14][4] = {};
+        vel::locale_text items[14];
+        for (int i = 0; i < 14; ++i) {
+            names[i][0] = static_cast<char>(wide_names[i][0] = static_cast<vel_wchar>('a' + i));
+            items[i] = {names[i], wide_names[i]};
+        }
+        locale->time.months = {14, items};
+        EXPECT_EQ(format(locale, "%B %m", time_of(2024, 2, 10)), "m 06"); // Adar I
+        EXPECT_EQ(format(locale, "%B %m", time_of(2024, 3, 24)), "n 07"); // Adar II
+        EXPECT_EQ(format(locale, "%B %m", time_of(2024, 10, 2)), "l 13"); // Elul
+        EXPECT_EQ(format(locale, "%B %m", time_of(2025, 3, 14)), "f 06"); // Adar
+        locale->time.months = before;
+    }
+    {
+        const in_calendar islamic(locale, vel::calendar_islamic);
+        EXPECT_EQ(format(locale, "%d %m %Y %j", time_of(2023, 7, 18)), "01 01 1445 001");
+        EXPECT_EQ(format(locale, "%H", time_of(600, 7, 18)), "error 31");
+    }
+    const in_calendar arabic(locale, vel::calendar_arabic);
+    EXPECT_EQ(format(locale, "%d", afternoon), "error 50");
+}
+
+// Every locale of the pack: nothing is longer than it was measured, and nothing fails.
+TEST(format, measures_hold_in_every_locale) {
+    namespace fs = std::filesystem;
+    const fs::path root = fs::path(VELS_TEST_DATA_ROOT) / "vels" / "lc11";
+    const char *formats[] = {"%c:%x:%X:%r:%Ec:%Ex:%EX:%EY", "%20A:%-20B:%3.3a:%.4b:%5p",
+                             "%Od%OD%OT:%8Oe:%Oy:%Oj", "%+d:%'Y:%09F:%iF:% m:%12j"};
+    int count = 0;
+    for (const fs::directory_entry &file : fs::recursive_directory_iterator(root)) {
+        if (!file.is_regular_file()) continue;
+        vel_locale *locale = nullptr;
+        const std::string folder = file.path().parent_path().string() + "/";
+        const int32_t loaded =
+            vel_lc_load(&locale, file.path().filename().c_str(), -1, folder.c_str());
+        const locale_owner owner(locale);
+        ASSERT_EQ(loaded, 0) << file.path();
+        ++count;
+        for (const char *text : formats) {
+            for (unsigned month = 1; month <= 12; ++month) {
+                const std::string got =
+                    format(locale, in_code_set(locale, text),
+                           time_of(2012 + static_cast<int>(month), month, 28,
+                                   static_cast<int32_t>(month) * 2 - 1, 59, 58, 987654));
+                EXPECT_EQ(got.find("error"), std::string::npos) << file.path() << text << got;
+            }
+        }
+    }
+    EXPECT_GT(count, 100);
+}
+
+} // namespace
