@@ -66,7 +66,7 @@ size_t count_byte(std::string_view text, char byte) {
 } // namespace
 
 code_set::code_set(vel_locale *locale)
-    : locale_(locale), name_(codeset_of(locale)),
+    : locale_(locale), name_(vel_nl_langinfo(locale, VEL_ITEM_CODESET)),
       shortest_(static_cast<size_t>(std::max(vel_mb_loc_min(locale), 1))),
       longest_(static_cast<size_t>(std::max(vel_mb_loc_max(locale), 1))),
       utf8_(codeset_number(name_) == VEL_CS_UTF8), ascii_(means_ascii(locale)),
@@ -100,6 +100,11 @@ size_t code_set::invalid_bytes(std::string_view text) const {
         }
     }
     return most;
+}
+
+char code_set::ascii(std::string_view character) const {
+    if (character.size() != 1) return 0;
+    return portable_character(locale_, static_cast<unsigned char>(character[0]));
 }
 
 size_t code_set::newlines(std::string_view text) const {

@@ -34,6 +34,10 @@ public:
     // go on, or the least length of a character.
     size_t invalid_bytes(std::string_view text) const;
 
+    // The ASCII form of one character, 0 when it has none or is no letter, digit or common sign.
+    char ascii(std::string_view character) const;
+
+    const std::string &newline() const { return newline_; }
     // The number of newlines. Text must begin with a whole character.
     size_t newlines(std::string_view text) const;
 

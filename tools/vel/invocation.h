@@ -26,6 +26,12 @@ void add_codesets_command(CLI::App &app, invocation &run);
 void add_count_command(CLI::App &app, invocation &run);
 void add_case_command(CLI::App &app, invocation &run);
 void add_classify_command(CLI::App &app, invocation &run);
+void add_date_command(CLI::App &app, invocation &run);
+void add_parse_date_command(CLI::App &app, invocation &run);
+void add_number_command(CLI::App &app, invocation &run);
+void add_parse_number_command(CLI::App &app, invocation &run);
+void add_money_command(CLI::App &app, invocation &run);
+void add_info_command(CLI::App &app, invocation &run);
 void add_doctor_command(CLI::App &app, invocation &run);
 
 } // namespace vel_tool

@@ -5,6 +5,7 @@
 
 #include "vel/code_set.h"
 #include "vel/display.h"
+#include "vel/information.h"
 #include "vel/installation.h"
 #include "vel/invocation.h"
 #include "vel/locale_handle.h"
@@ -23,10 +24,15 @@ std::vector<std::string> opened_files() {
     return files;
 }
 
-std::string quoted(const code_set &codes, const std::vector<std::string> &texts) {
+std::string shown(const code_set &codes, const info_value &value) {
+    if (value.is_text) return fmt::format("\"{}\"", printable(codes, value.text));
+    return value.text == std::to_string(number_not_given) ? "not given" : value.text;
+}
+
+std::string shown(const code_set &codes, const info_group &group) {
     std::string line;
-    for (const std::string &text : texts) {
-        line += fmt::format("{}\"{}\"", line.empty() ? "" : " ", printable(codes, text));
+    for (const info_value &value : group.values) {
+        line += (line.empty() ? "" : " ") + shown(codes, value);
     }
     return line.empty() ? "none" : line;
 }
@@ -51,8 +57,10 @@ int show_locale(invocation &run, const std::string &name) {
         list.section(section.name);
         list.item("file", section.file);
         list.item("codeset", section.codeset);
-        for (const record_item &item : section.items) {
-            list.item(item.name, item.is_text ? quoted(codes, item.texts) : item.number);
+        for (const record_item &item : section.items) list.item(item.name, item.value);
+        if (section.category == VEL_CTYPE) continue; // its code set stands above
+        for (const info_group &group : information_of(codes, section.category)) {
+            list.item(group.name, shown(codes, group));
         }
     }
     return 0;

@@ -77,12 +77,18 @@ int run_tool(invocation &run, int argc, char **argv) {
         run.look = style_for(1, colour);
         run.error_look = style_for(2, colour);
     });
-    add_locale_command(app, run);
-    add_locales_command(app, run);
-    add_codesets_command(app, run);
+    add_date_command(app, run);
+    add_parse_date_command(app, run);
+    add_number_command(app, run);
+    add_parse_number_command(app, run);
+    add_money_command(app, run);
     add_count_command(app, run);
     add_case_command(app, run);
     add_classify_command(app, run);
+    add_locale_command(app, run);
+    add_info_command(app, run);
+    add_locales_command(app, run);
+    add_codesets_command(app, run);
     add_doctor_command(app, run);
     for (CLI::App *command : app.get_subcommands({})) {
         command->footer(command->get_footer() + command_footer);

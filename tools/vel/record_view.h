@@ -1,4 +1,4 @@
-// What a loaded locale holds, read from its record: names, formats, conventions.
+// What the interface does not tell of a loaded locale, read from its record.
 #pragma once
 
 #include <string>
@@ -8,22 +8,21 @@
 
 namespace vel_tool {
 
-// The code set of the character category, as its file names it.
-std::string codeset_of(const vel_locale *locale);
+// The ASCII code of a letter, digit or common sign, given by its value in the code set; else 0.
+char portable_character(const vel_locale *locale, vel_wchar value);
 
 // Names of the classes that the locale defines beside the built-in ones.
 std::vector<std::string> locale_classes(const vel_locale *locale);
 
-// A named value: numbers, and texts in the bytes of the locale's code set.
 struct record_item {
     const char *name;
-    std::vector<std::string> texts;
-    std::string number; // when there are no texts
-    bool is_text;
+    std::string value;
 };
 
+// A category: its files, and for characters and collation what their tables hold.
 struct record_section {
     const char *name;
+    int32_t category;
     std::string file;
     std::string codeset;
     std::vector<record_item> items;

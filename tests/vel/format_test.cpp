@@ -1,0 +1,123 @@
+// vel date, number, money, info and their readers: values that are refused, exit statuses, standard
+// input and code sets. What the formats mean is shown by the examples of the guide.
+#include "vel/runner.h"
+
+namespace {
+
+using namespace vel_test;
+
+class format : public vel_tool_test {};
+
+TEST_F(format, what_is_refused) {
+    struct {
+        std::vector<std::string> arguments;
+        int status;
+        const char *message;
+    } cases[] = {
+        {{"number", "no directive", "1"}, 2, "'no directive' has no directive"},
+        {{"number", "100%%", "1"}, 2, "has no directive"},
+        {{"number", "%d %s", "1"}, 2, "more than one directive"},
+        {{"number", "%*d", "1"}, 2, "'*' in a directive"},
+        {{"number", "%.*f", "1"}, 2, "'*' in a directive"},
+        {{"number", "%ls", "x"}, 2, "write %s"},
+        {{"number", "%k", "1"}, 2, "%k is no conversion"},
+        {{"number", "%F", "1"}, 2, "%F is no conversion"},
+        {{"number", "%1$d", "1"}, 2, "%$ is no conversion"},
+        {{"number", "%-05.3l", "1"}, 2, "ends inside a directive"},
+        {{"number", "%d", "1.5"}, 1, "'1.5' is no whole number"},
+        {{"number", "%d", ""}, 1, "'' is no whole number"},
+        {{"number", "%d", "99999999999999999999"}, 1, "out of range"},
+        {{"number", "%d", "--", "-2147483649"}, 1, "out of range: -2147483648 to 2147483647"},
+        {{"number", "%u", "--", "-1"}, 1, "out of range: 0 to 4294967295"},
+        {{"number", "%hd", "40000"}, 1, "out of range: -32768 to 32767"},
+        {{"number", "%f", "1,5"}, 1, "'1,5' is no number"},
+        {{"number", "%f", "1e999"}, 1, "out of range"},
+        {{"number", "%c", "ab"}, 1, "'ab' is not one character of UTF-8"},
+        {{"number", "%s", "\xC3"}, 1, "(error 1)"},
+        {{"number", "%.d"}, 0, ""},
+        {{"parse-number", "%*d", "1"}, 2, "'*' in a directive"},
+        {{"parse-number", "%d", "x"}, 1, "cannot read 'x' by '%d'"},
+        {{"parse-number", "%d", ""}, 1, "cannot read ''"},
+        {{"money", "no directive", "1"}, 2, "has no directive"},
+        {{"money", "%n%n%n%n%n", "1"}, 2, "5 '%'"},
+        {{"money", "%n", "x"}, 1, "'x' is no number"},
+        {{"money", "%z", "1"}, 1, "(error 22)"},
+        {{"date", "-d", "2026-02-29"}, 1, "'2026-02-29' is no date"},
+        {{"date", "-d", "2026-1-1"}, 1, "is no date"},
+        {{"date", "-d", "2026-01-01T24:00"}, 1, "is no date"},
+        {{"date", "-d", "2026-01-01T10:00:00.1234567"}, 1, "is no date"},
+        {{"date", "-d", "2026-01-01T10:00Z"}, 1, "is no date"},
+        {{"date", "-d", "@253402300800"}, 1, "is no date"},
+        {{"date", "-d", "now", "%"}, 1, "cannot write by '%'"},
+        {{"date", "-d", "now", "\xFF"}, 1, "cannot write by '\\xFF'"},
+        {{"parse-date", "%d", "32"}, 1, "(error 27)"},
+        {{"parse-date", "--century-rule", "X", "%d", "1"}, 2, "--century-rule"},
+        {{"parse-date", "-d", "soon", "%d", "1"}, 1, "'soon' is no date"},
+        {{"info", "d_fmt", "nonsense"}, 1, "there is no item 'nonsense'"},
+        {{"info", "99999999999999999999"}, 1, "there is no item '999"},
+        {{"info", "74"}, 1, "there is no item '74'"},
+        {{"info", "day_8"}, 1, "there is no item 'day_8'"},
+    };
+    for (auto &row : cases) {
+        row.arguments.insert(row.arguments.begin() + 1, {"-l", "en_US"});
+        outcome got = vel(row.arguments);
+        EXPECT_EQ(got.status, row.status) << row.arguments[3] << got.out << got.err;
+        expect_parts(got.err, {row.message});
+    }
+}
+
+TEST_F(format, values_and_results) {
+    struct {
+        const char *command;
+        const char *out;
+    } cases[] = {
+        {"vel number -l C %d 0x7FFFFFFF -0x10 +5", "2147483647\n-16\n5\n"},
+        {"vel number -l C %hu 65535", "65535\n"},
+        {"vel number -l C %ld -- -2147483648", "-2147483648\n"},
+        {"vel number -l C '%5s|' ''", "     |\n"},
+        {"vel number -l C '%300d' 7 | wc -c", "301\n"}, // more than the first buffer
+        {"vel number -l C %d 1 x 3 2>/dev/null", "1\n3\n"},
+        {"printf '1\\n2' | vel number -l C %d", "1\n2\n"},
+        {"printf 'x y\\n\\n' | vel number -l C '[%s]'", "[x y]\n[]\n"},
+        {"vel parse-number -l C %hd 12", "12\n"},
+        {"vel parse-number -l C %u 4294967295", "4294967295\n"},
+        {"vel parse-number -l C %s 'word and more'", "word\n"},
+        {"vel parse-number -l C %3c 'ab c'", "ab \n"},
+        {"printf '1.5\\n2.5\\n' | vel parse-number -l C %f", "1.5\n2.5\n"},
+        {"printf '5\\n' | vel money -l en_US %n", "$5.00\n"},
+        {"vel date -l C -d @0 -d @-1 -d @253402300799 '%Y-%m-%d %T %u %j'",
+         "1970-01-01 00:00:00 04 001\n1969-12-31 23:59:59 03 365\n9999-12-31 23:59:59 05 365\n"},
+        {"vel date -l C -d '2024-12-31 10:20' '%Y-%m-%d %T %j'", "2024-12-31 10:20:00 366\n"},
+        {"printf '2026-11-21\\n2026-11-22\\n' | vel date -l C -d - %d", "21\n22\n"},
+        {"printf '21.11.2026\\n' | vel parse-date -l de_DE %x", "2026-11-21T00:00:00\t6\t325\t-\n"},
+        {"vel info -l de_DE VEL_NUMERIC lc_messages | grep -c =", "9\n"},
+        {"vel info -l C p_sign_posn grouping era", "p_sign_posn=127\ngrouping=none\nera=\"\"\n"},
+    };
+    for (const auto &row : cases) EXPECT_EQ(shell(row.command).out, row.out) << row.command;
+}
+
+// Formats, texts and results are bytes of the locale's code set.
+TEST_F(format, code_sets) {
+    struct {
+        const char *command;
+        const char *out;
+    } cases[] = {
+        {"vel date -l de_DE.ISO-8859-1 -d 2026-03-01 %B", "M\xE4rz\n"},
+        {"vel date -l ja_JP.SHIFT_JIS -d 2026-03-01 %A", "\x93\xFA\x97\x6A\x93\xFA\n"},
+        {"vel number -l ja_JP.SHIFT_JIS \"$(printf '\\203\\134%%d')\" 5", "\x83\x5C"
+                                                                          "5\n"},
+        {"vel info -l ja_JP.SHIFT_JIS day_1", "day_1=\"\\x93\\xFA\\x97\\x6A\\x93\\xFA\"\n"},
+        // 6C is the percent sign, 84 is d, 25 ends a line.
+        {"vel number -l en_US.IBM037 \"$(printf '\\154\\204')\" -- -12", "\x60\xF1\xF2\x25"},
+        {"vel money -l en_US.IBM037 \"$(printf '\\154\\225')\" 5", "\x5B\xF5\x4B\xF0\xF0\x25"},
+        {"printf '\\361\\362\\045\\363' | vel parse-number -l en_US.IBM037 "
+         "\"$(printf '\\154\\204')\"",
+         "12\n3\n"},
+    };
+    for (const auto &row : cases) EXPECT_EQ(shell(row.command).out, row.out) << row.command;
+    outcome now = shell("vel date -l en_US.IBM037 | wc -c");
+    EXPECT_EQ(now.status, 0) << now.err;
+    EXPECT_GT(atoi(now.out.c_str()), 20);
+}
+
+} // namespace
