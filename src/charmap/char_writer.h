@@ -24,9 +24,6 @@ public:
     int32_t error() const { return error_; }
     int32_t written() const { return static_cast<int32_t>(at_ - begin_); }
 
-    // Whether every portable character is one unit, and strings have no zero units inside.
-    bool one_each() const { return one_each_; }
-
     // A character that is known to belong to the code set.
     void put(vel_wchar value) {
         if constexpr (std::is_same_v<Unit, vel_wchar>) {
@@ -92,6 +89,11 @@ public:
         for (int32_t i = 0; i < count; ++i) put(value);
     }
 
+    // Where to write so many units without further questions; null when there is no room.
+    Unit *space(size_t count) const { return room() < count ? nullptr : at_; }
+    // What has been written there reaches to `end`.
+    void advance(Unit *end) { at_ = end; }
+
     // Takes back what was written since there were `written` units. A failure stays.
     void rewind(int32_t written) {
         at_ = begin_ + written;
@@ -119,7 +121,7 @@ private:
     Unit *at_;
     Unit *end_;
     int32_t error_;
-    bool one_each_;
+    bool one_each_; // every portable character is one unit, strings have no zero units inside
 };
 
 } // namespace vel

@@ -1,6 +1,7 @@
 // The conversions of the number language, for writing and for reading.
 #pragma once
 
+#include "charmap/ascii_units.h"
 #include "numeric/directive.h"
 #include "record/portable.h"
 
@@ -42,11 +43,46 @@ struct number_directive : directive {
     conversion convert = {};
 };
 
-// Reads the rest of a directive, behind "%": -1 with VEL_ENUMFMT, with VEL_EFORMAT when the format
-// ends in it, and with VEL_ETIMEFMT for an unknown conversion.
+inline const conversion *find_conversion(char letter) {
+    for (const conversion &known : conversions) {
+        if (known.letter == letter) return &known;
+    }
+    return nullptr;
+}
+
+inline void set_conversion(number_directive &out, const conversion &convert) {
+    out.convert = convert;
+    if (convert.upper) out.flags |= flag_upper;
+}
+
+// Reads what most directives are: a letter, with a grouping flag or a precision of one digit before
+// it. False when there is more to it.
 template <typename Unit>
-int32_t read_directive(vel_locale *locale, char_reader<Unit> &format, number_directive &out,
+bool read_plain_directive(vel_locale *locale, const Unit *&text, number_directive &out) {
+    if (!has_ascii_units<Unit>(locale)) return false;
+    const Unit *at = text;
+    const bool grouped = *at == '\'';
+    if (grouped) ++at;
+    const bool precise = *at == '.' && at[1] >= '0' && at[1] <= '9';
+    if (precise) at += 2;
+    const conversion *known =
+        *at > 0 && *at < 0x80 ? find_conversion(static_cast<char>(*at)) : nullptr;
+    if (!known) return false;
+    if (grouped) out.flags |= flag_group;
+    if (precise) out.precision = static_cast<int32_t>(at[-1] - '0');
+    out.pad = ' ';
+    set_conversion(out, *known);
+    text = at + 1;
+    return true;
+}
+
+// Reads the rest of a directive, behind "%", and steps over it: -1 with VEL_ENUMFMT, with
+// VEL_EFORMAT when the format ends in it, and with VEL_ETIMEFMT for an unknown conversion.
+template <typename Unit>
+int32_t read_directive(vel_locale *locale, const Unit *&text, number_directive &out,
                        argument_list *arguments) {
+    if (read_plain_directive(locale, text, out)) return 0;
+    char_reader<Unit> format(locale, text);
     if (vel_parse_directive(locale, format, out, arguments) < 0) return -1;
     char letter = static_cast<char>(portable_of(locale, format.peek()));
     if (letter == 'l' || letter == 'L' || letter == 'h' || letter == 'H') {
@@ -57,13 +93,11 @@ int32_t read_directive(vel_locale *locale, char_reader<Unit> &format, number_dir
     }
     if (format.peek() == 0) return fail(locale, format.failed() ? VEL_EILSEQ : VEL_EFORMAT);
     format.next();
-    for (const conversion &known : conversions) {
-        if (known.letter != letter) continue;
-        out.convert = known;
-        if (known.upper) out.flags |= flag_upper;
-        return 0;
-    }
-    return fail(locale, VEL_ETIMEFMT);
+    text = format.at();
+    const conversion *known = find_conversion(letter);
+    if (!known) return fail(locale, VEL_ETIMEFMT);
+    set_conversion(out, *known);
+    return 0;
 }
 
 } // namespace vel

@@ -2,44 +2,63 @@
 // sign, and what follows another "%" is handed to the language that the format is written in.
 #pragma once
 
+#include "charmap/ascii_units.h"
 #include "charmap/char_reader.h"
 #include "charmap/char_writer.h"
 
 namespace vel {
 
-// Copies text as far as a character or its end.
-template <typename Unit>
-void put_until(const vel_locale *locale, char_writer<Unit> &out, char_reader<Unit> &format,
-               vel_wchar end) {
-    // A new reader stays in registers, where a copy would wait for the members just stored.
-    char_reader<Unit> at(locale, format.at());
-    while (at.peek() && at.peek() != end) at.next();
-    if (at.at() == format.at()) return;
-    out.put_units(format.at(), static_cast<size_t>(at.at() - format.at()));
-    format = at;
+// Copies ASCII as far as a "%".
+template <typename Unit> const Unit *put_ascii_run(char_writer<Unit> &out, const Unit *text) {
+    const Unit *at = text;
+    while (*at != 0 && *at != '%' && static_cast<std::make_unsigned_t<Unit>>(*at) < 0x80) ++at;
+    if (at != text) out.put_units(text, static_cast<size_t>(at - text));
+    return at;
 }
 
-// `put_directive` is called with the reader behind "%" and gives -1 with an error number stored, or
-// 0; what the writer could not take is noticed here.
+// Copies text as far as a character or its end.
+template <typename Unit>
+void put_until(char_writer<Unit> &out, char_reader<Unit> &format, vel_wchar end) {
+    const Unit *begin = format.at();
+    while (format.peek() && format.peek() != end) format.next();
+    out.put_units(begin, static_cast<size_t>(format.at() - begin));
+}
+
+// `put_directive` is called with the text behind "%", steps over the directive and gives -1 with an
+// error number stored, or 0; what the writer could not take is noticed here.
 template <typename Unit, typename Put>
 int32_t run_format(vel_locale *locale, char_writer<Unit> &out, const Unit *text,
                    Put put_directive) {
+    const bool in_ascii = has_ascii_units<Unit>(locale);
     const vel_wchar percent = value_of(locale, '%');
-    char_reader<Unit> format(locale, text);
-    while (format.peek()) {
-        put_until(locale, out, format, percent);
-        if (format.peek() == percent) {
+    for (;;) {
+        if (in_ascii) {
+            text = put_ascii_run(out, text);
+            if (*text == 0) break;
+        }
+        if (in_ascii && *text == '%' && text[1] != '%') {
+            ++text;
+            if (put_directive(out, text) < 0) return -1;
+        } else {
+            char_reader<Unit> format(locale, text);
+            put_until(out, format, percent);
+            if (format.failed()) {
+                return fail(locale, out.error() != 0 ? out.error() : VEL_EILSEQ);
+            }
+            if (format.peek() == 0) break;
             format.next();
+            text = format.at();
             if (format.peek() == percent) {
                 out.put(percent);
                 format.next();
-            } else if (put_directive(out, format) < 0) {
+                text = format.at();
+            } else if (put_directive(out, text) < 0) {
                 return -1;
             }
         }
         if (out.error() != 0) return fail(locale, out.error());
     }
-    return format.failed() ? fail(locale, VEL_EILSEQ) : 0;
+    return out.error() != 0 ? fail(locale, out.error()) : 0;
 }
 
 // Wide buffers have room for the terminator behind their limit, multibyte ones within their size.

@@ -74,7 +74,7 @@ void put_character_field(vel_locale *locale, char_writer<Unit> &out, argument_li
 }
 
 template <typename Unit>
-int32_t put_directive(vel_locale *locale, char_writer<Unit> &out, char_reader<Unit> &format,
+int32_t put_directive(vel_locale *locale, char_writer<Unit> &out, const Unit *&format,
                       argument_list &arguments) {
     number_directive how;
     if (read_directive(locale, format, how, &arguments) < 0) return -1;
@@ -101,7 +101,7 @@ template <typename Unit>
 int32_t vel_fnum_core(vel_locale *locale, Unit *buffer, int32_t size, const Unit *format,
                       argument_list &arguments) {
     return format_into(locale, buffer, size, format,
-                       [&](char_writer<Unit> &out, char_reader<Unit> &directive_text) {
+                       [&](char_writer<Unit> &out, const Unit *&directive_text) {
                            return put_directive(locale, out, directive_text, arguments);
                        });
 }

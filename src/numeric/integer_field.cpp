@@ -3,6 +3,7 @@
 #include "numeric/digits.h"
 #include "numeric/format_digits.h"
 #include "numeric/parse_digits.h"
+#include "numeric/thousands.h"
 
 namespace vel {
 namespace {
@@ -65,7 +66,7 @@ int32_t leading_zeros(const directive &how, int32_t base, int32_t digits) {
 
 // Padding with zeros comes before a prefix, as it comes before zeros that a precision asks for.
 template <typename Unit>
-void put_field(vel_locale *locale, char_writer<Unit> &out, integer_value value,
+void put_field(vel_locale *locale, char_writer<Unit> &out, const integer_value &value,
                const digit_run &digits, const directive &how) {
     const vel_wchar blank = value_of(locale, ' ');
     const bool prefixed = how.has(flag_alternate) && value.base == 16;
@@ -92,64 +93,41 @@ void put_field(vel_locale *locale, char_writer<Unit> &out, integer_value value,
     if (!zero_pad && how.justification < 0) out.fill(blank, pad);
 }
 
+// The form of a string of the locale in units of this type.
+inline const char *units_of(const locale_text &text, char) {
+    return text.bytes;
+}
+inline const vel_wchar *units_of(const locale_text &text, vel_wchar) {
+    return text.wide;
+}
+
 // A decimal number as it mostly is written: its digits with or without separators, and a sign only
-// when it is negative.
-template <typename Unit> class plain_integer {
-public:
-    // False when a string of the locale is too long for this.
-    bool make(const vel_locale *locale, uint32_t value, bool negative, const digit_groups &groups) {
-        const Unit *separator = groups.sizes ? units(*groups.separator) : end();
-        const int32_t separator_length = groups.sizes ? length(separator) : 0;
-        const Unit zero = static_cast<Unit>(value_of(locale, '0'));
-        if (separator_length > longest) return false;
-        group_sizes sizes(groups.sizes ? *groups.sizes : no_groups);
-        int32_t left = separator_length ? size_or_all(sizes.next()) : INT32_MAX;
-        do {
-            if (left-- == 0) {
-                put(separator, separator_length);
-                left = size_or_all(sizes.next()) - 1;
-            }
-            *--begin_ = static_cast<Unit>(zero + value % 10);
-            value /= 10;
-        } while (value != 0);
-        return !negative || put_sign(locale);
+// when it is negative. False when that is not known to do.
+template <typename Unit>
+[[gnu::hot, gnu::noinline]] bool put_quickly(const vel_locale *locale, char_writer<Unit> &out,
+                                             const integer_value &value, bool grouped) {
+    static constexpr Unit no_text[4] = {};
+    const vel_numeric_conventions &numeric = locale->conventions.numeric;
+    using text = short_text<Unit>;
+    text sign, separator = {no_text, 0};
+    if (!has_ascii_units<Unit>(locale) ||
+        !text::make(units_of(numeric.negative_sign, Unit()), sign) ||
+        !text::make(units_of(numeric.thousands_sep, Unit()), separator)) {
+        return false;
     }
-    const Unit *begin() const { return begin_; }
-    size_t count() const { return static_cast<size_t>(end() - begin_); }
-
-private:
-    static constexpr int32_t longest = 4; // units of a sign or a separator
-    static constexpr int32_t most_digits = 10;
-    static constexpr vel_grouping no_groups = {};
-
-    static int32_t size_or_all(int32_t size) { return size > 0 ? size : INT32_MAX; }
-    static const Unit *units(const locale_text &text) {
-        if constexpr (std::is_same_v<Unit, vel_wchar>) {
-            return text.wide;
-        } else {
-            return text.bytes;
-        }
+    if (separator.length == 0 || !grouped) {
+        separator = {no_text, 0};
+    } else if (!has_groups_of_three(numeric.grouping)) {
+        return false;
     }
-    static int32_t length(const Unit *units) {
-        int32_t n = 0;
-        while (n <= longest && units[n]) ++n;
-        return n;
-    }
-    const Unit *end() const { return text_ + most_digits * (1 + longest); }
-    void put(const Unit *units, int32_t n) {
-        while (n > 0) *--begin_ = units[--n];
-    }
-    bool put_sign(const vel_locale *locale) {
-        const Unit *sign = units(locale->conventions.numeric.negative_sign);
-        const int32_t n = length(sign);
-        if (n == 0) *--begin_ = static_cast<Unit>(value_of(locale, '-'));
-        if (n <= longest) put(sign, n);
-        return n <= longest;
-    }
-
-    Unit text_[most_digits * (1 + longest)];
-    Unit *begin_ = text_ + most_digits * (1 + longest);
-};
+    Unit *begin = out.space(text::longest + thousands_room);
+    if (!begin) return false;
+    *begin = '-';
+    if (sign.length > 0) sign.put(begin);
+    const int32_t length = sign.length > 0 ? sign.length : 1;
+    out.advance(put_thousands(begin + (value.negative ? length : 0), value.magnitude, separator));
+    return true;
+}
 
 bool is_plain(const integer_value &value, const directive &how) {
     constexpr uint32_t unusual = flag_plus | flag_space | flag_alternate;
@@ -163,16 +141,10 @@ bool is_base(int32_t base) {
 } // namespace
 
 template <typename Unit>
-void vel_put_integer(vel_locale *locale, char_writer<Unit> &out, integer_value value,
+void vel_put_integer(vel_locale *locale, char_writer<Unit> &out, const integer_value &value,
                      const directive &how) {
     if (!is_base(value.base)) return out.fail_with(VEL_EBADLEN);
-    if (is_plain(value, how) && out.one_each()) {
-        plain_integer<Unit> plain;
-        const digit_groups groups = how.has(flag_group) ? numeric_groups(locale) : digit_groups();
-        if (plain.make(locale, value.magnitude, value.negative, groups)) {
-            return out.put_units(plain.begin(), plain.count());
-        }
-    }
+    if (is_plain(value, how) && put_quickly(locale, out, value, how.has(flag_group))) return;
     digit_run digits(value.magnitude, value.base, how.has(flag_upper));
     constexpr uint32_t unusual = flag_group | flag_plus | flag_space | flag_alternate;
     if (!value.negative && !how.has(unusual) && how.precision <= digits.count()) {
@@ -191,13 +163,15 @@ void vel_put_integer(vel_locale *locale, char_writer<Unit> &out, integer_value v
 template <typename Unit>
 scanned_integer vel_scan_integer(vel_locale *locale, char_reader<Unit> &input, int32_t base,
                                  int32_t most) {
-    return scan_integer(locale, input, {base, most}).value;
+    integer_scan scan = {};
+    scan_integer(locale, input, {base, most}, scan);
+    return scan.value;
 }
 
-template void vel_put_integer<char>(vel_locale *, char_writer<char> &, integer_value,
+template void vel_put_integer<char>(vel_locale *, char_writer<char> &, const integer_value &,
                                     const directive &);
-template void vel_put_integer<vel_wchar>(vel_locale *, char_writer<vel_wchar> &, integer_value,
-                                         const directive &);
+template void vel_put_integer<vel_wchar>(vel_locale *, char_writer<vel_wchar> &,
+                                         const integer_value &, const directive &);
 template scanned_integer vel_scan_integer<char>(vel_locale *, char_reader<char> &, int32_t,
                                                 int32_t);
 template scanned_integer vel_scan_integer<vel_wchar>(vel_locale *, char_reader<vel_wchar> &,

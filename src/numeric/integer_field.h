@@ -16,7 +16,7 @@ struct integer_value {
 // Writes an integer under a directive. When it does not fit nothing of it is written and the writer
 // fails with VEL_E2BIG.
 template <typename Unit>
-void vel_put_integer(vel_locale *locale, char_writer<Unit> &out, integer_value value,
+void vel_put_integer(vel_locale *locale, char_writer<Unit> &out, const integer_value &value,
                      const directive &how);
 
 struct scanned_integer {

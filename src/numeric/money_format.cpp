@@ -104,9 +104,11 @@ template <typename Unit>
 int32_t format_money(vel_locale *locale, Unit *buffer, int32_t size, const Unit *format,
                      argument_list &arguments) {
     return format_into(locale, buffer, size, format,
-                       [&](char_writer<Unit> &out, char_reader<Unit> &directive_text) {
+                       [&](char_writer<Unit> &out, const Unit *&text) {
                            money_directive how;
-                           if (read_money_directive(locale, directive_text, how) < 0) return -1;
+                           char_reader<Unit> at(locale, text);
+                           if (read_money_directive(locale, at, how) < 0) return -1;
+                           text = at.at();
                            put_amount(locale, out, va_arg(arguments.list, double), how);
                            return 0;
                        });

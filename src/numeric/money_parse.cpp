@@ -40,7 +40,7 @@ private:
 };
 
 template <typename Unit>
-bool take_point(const vel_locale *locale, char_reader<Unit> &at, const mark &point) {
+bool take_point(const vel_locale *locale, bounded_text<Unit> &at, const mark &point) {
     if (point.own()) return skip_text(at, point.text->wide);
     return skip_ascii(locale, at, '.');
 }
@@ -54,15 +54,17 @@ scanned_amount take_amount(vel_locale *locale, char_reader<Unit> &at, const mone
     skip_space(locale, at);
     digit_collector digits;
     scanned_amount amount;
-    amount.misgrouped = read_digits(locale, at, 10, style.groups, [&](int32_t digit) {
+    bounded_text<Unit> in(locale, at.at(), INT32_MAX);
+    amount.misgrouped = read_digits(in, 10, style.groups, [&](int32_t digit) {
                             digits.add(digit, false);
                         }).misgrouped;
-    char_reader<Unit> behind = at;
+    bounded_text<Unit> behind = in;
     if (money_places(locale, how) > 0 && take_point(locale, behind, style.point)) {
         auto take = [&](int32_t digit) { digits.add(digit, true); };
-        read_digits(locale, behind, 10, digit_groups(), take);
-        if (digits.any()) at = behind;
+        read_digits(behind, 10, digit_groups(), take);
+        if (digits.any()) in = behind;
     }
+    at = char_reader<Unit>(locale, in.at());
     amount.found = digits.any();
     if (amount.found) amount.value = digits.value(&amount.out_of_range);
     return amount;
@@ -149,10 +151,12 @@ scanned_amount take_money(vel_locale *locale, char_reader<Unit> &input,
 }
 
 template <typename Unit>
-item read_amount(vel_locale *locale, char_reader<Unit> &format, char_reader<Unit> &input,
+item read_amount(vel_locale *locale, const Unit *&format, char_reader<Unit> &input,
                  argument_list &arguments) {
     money_directive how;
-    if (read_money_directive(locale, format, how) < 0) return item::failed;
+    char_reader<Unit> directive_text(locale, format);
+    if (read_money_directive(locale, directive_text, how) < 0) return item::failed;
+    format = directive_text.at();
     skip_space(locale, input);
     const scanned_amount amount = take_money(locale, input, how);
     if (!amount.found) return stop_at(locale, input, VEL_ENOCONV);
@@ -167,7 +171,7 @@ template <typename Unit>
 int32_t parse_money(vel_locale *locale, const Unit *input, const Unit *format,
                     argument_list &arguments) {
     return parse_from(locale, input, format,
-                      [&](char_reader<Unit> &directive_text, char_reader<Unit> &text) {
+                      [&](const Unit *&directive_text, char_reader<Unit> &text) {
                           return read_amount(locale, directive_text, text, arguments);
                       });
 }

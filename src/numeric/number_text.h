@@ -4,6 +4,7 @@
 #include "charmap/ascii_units.h"
 #include "ctype/character_class.h"
 #include "numeric/floats.h"
+#include "numeric/grouping.h"
 
 namespace vel {
 
@@ -36,6 +37,14 @@ template <typename Unit, portable_form form = portable_form::by_table> class bou
 public:
     bounded_text(const vel_locale *locale, const Unit *text, int32_t most)
         : locale_(locale), at_(text), left_(most) {}
+    // Copied by its members, not as a block of memory, for the same reason.
+    bounded_text(const bounded_text &other)
+        : locale_(other.locale_), at_(other.at_), left_(other.left_) {}
+    bounded_text &operator=(const bounded_text &other) {
+        at_ = other.at_;
+        left_ = other.left_;
+        return *this;
+    }
 
     vel_wchar peek() const {
         if (left_ <= 0) return 0;
@@ -50,6 +59,11 @@ public:
         at_ += is_wanted;
         left_ -= is_wanted;
     }
+    // Whether this sign of one ASCII unit stands here; false when the form does not tell.
+    bool is_sign(vel_wchar sign) const {
+        if constexpr (!is_ascii) return false;
+        return (left_ > 0) & (sign < 0x80) & (sign - '0' > 9) & (unit() == sign);
+    }
     // Whether the portable character with this ASCII code stands here.
     bool is(char ascii) const {
         if constexpr (is_ascii) return left_ > 0 && unit() == static_cast<unsigned char>(ascii);
@@ -62,7 +76,11 @@ public:
         return value <= 9 ? static_cast<int32_t>(value) : -1;
     }
     // The ASCII code of the portable character here, 0 for any other.
-    unsigned char portable() const { return portable_of(locale_, peek()); }
+    unsigned char portable() const {
+        vel_wchar value = peek();
+        if constexpr (is_ascii) return value < 0x80 ? static_cast<unsigned char>(value) : 0;
+        return portable_of(locale_, value);
+    }
     const Unit *at() const { return at_; }
     int32_t left() const { return left_; }
 
@@ -161,9 +179,9 @@ template <typename Text>
 [[gnu::always_inline]] inline bool skip_sign(const vel_locale *locale, const number_style &style,
                                              Text &text) {
     const vel_wchar *usual = style.negative_sign;
-    const bool is_usual = usual[0] - 1 < 0x7F && usual[1] == 0 && text.is_unit(usual[0]);
+    const bool is_usual = usual[0] != 0 && usual[1] == 0 ? text.is_sign(usual[0]) : false;
     text.next_if(is_usual);
-    if (is_usual || text.digit() >= 0) return is_usual;
+    if (is_usual | (text.digit() >= 0)) return is_usual;
     Text at = text;
     bool negative = skip_any_sign(locale, style, at);
     text = at;
@@ -184,7 +202,16 @@ public:
     }
     // Checks from the end: every complete group needs a separator before it. Nothing is asked of a
     // locale that groups but has no separator: it writes its numbers without one.
-    group_fault check(const number_style &style) const;
+    group_fault check(const number_style &style) const {
+        group_sizes sizes(style.grouping);
+        for (int32_t i = count_ - 1; i >= 0; --i) {
+            bool is_first = i == 0;
+            int32_t size = style.marks.thousands_sep_length ? sizes.next() : 0;
+            if (size > 0 && lengths_[i] > size) return group_fault::missing;
+            if (!is_first && lengths_[i] != size) return group_fault::misplaced;
+        }
+        return group_fault::none;
+    }
 
 private:
     int32_t count_ = 0;
@@ -252,9 +279,9 @@ template <typename Unit>
 }
 
 // Where a number may begin in a string.
-template <typename Unit> const Unit *skip_white_space(vel_locale *locale, const Unit *string) {
-    vel_wchar first = bounded_text<Unit>(locale, string, 1).peek();
-    if (portable_of(locale, first) > ' ') return string; // known without a look-up
+template <portable_form form, typename Unit>
+const Unit *skip_white_space(vel_locale *locale, const Unit *string) {
+    if (bounded_text<Unit, form>(locale, string, 1).portable() > ' ') return string;
     return after_white_space(locale, string);
 }
 

@@ -7,13 +7,14 @@
 
 namespace vel {
 
-// The value of a digit of a base, -1 for any other character.
-inline int32_t digit_of_base(const vel_locale *locale, vel_wchar value, int32_t base) {
-    const uint32_t c = portable_of(locale, value);
+// The value of the digit of a base that stands in text, -1 for any other character.
+template <typename Text> int32_t digit_of_base(const Text &text, int32_t base) {
+    if (base == 10) return text.digit();
+    const uint32_t c = text.portable();
     uint32_t digit = c - '0';
     if (digit > 9) {
         const uint32_t letter = (c | 0x20) - 'a';
-        if (base <= 10 || letter >= 26) return -1;
+        if (letter >= 26) return -1;
         digit = letter + 10;
     }
     return digit < static_cast<uint32_t>(base) ? static_cast<int32_t>(digit) : -1;
@@ -57,27 +58,23 @@ struct digits_read {
 // Reads digits and hands each to `take`. Separators of `groups` may stand between them: all that
 // belong there, or none.
 template <typename Text, typename Take>
-[[gnu::always_inline]] inline digits_read read_digits(const vel_locale *locale, Text &in,
-                                                      int32_t base, const digit_groups &groups,
-                                                      Take take) {
+[[gnu::always_inline]] inline digits_read read_digits(Text &in, int32_t base,
+                                                      const digit_groups &groups, Take take) {
     separator_places places;
     Text at = in;
     int32_t count = 0;
     int32_t zeros = 0;
-    for (; count < INT32_MAX; at.next()) {
-        int32_t digit = digit_of_base(locale, at.peek(), base);
-        if (digit < 0) {
-            if (!groups.sizes || count == 0) break;
-            Text behind = at;
-            if (!skip_mark(groups.separator->wide, behind)) break;
-            digit = digit_of_base(locale, behind.peek(), base);
-            if (digit < 0) break;
-            places.add(count);
-            at = behind;
+    for (;;) {
+        for (int32_t digit; (digit = digit_of_base(at, base)) >= 0; at.next()) {
+            zeros += (digit == 0) & (zeros == count);
+            ++count;
+            take(digit);
         }
-        if (digit == 0 && zeros == count) ++zeros;
-        ++count;
-        take(digit);
+        if (!groups.sizes || count == 0) break;
+        Text behind = at;
+        if (!skip_mark(groups.separator->wide, behind) || digit_of_base(behind, base) < 0) break;
+        places.add(count);
+        at = behind;
     }
     in = at;
     bool fits = !places.any() || places.fit(*groups.sizes, count, zeros);
@@ -102,31 +99,42 @@ template <typename Text> Text behind_prefix(const vel_locale *locale, Text in) {
     Text at = in;
     while (skip_ascii(locale, at, '0')) {
         if (!skip_ascii(locale, at, 'x') && !skip_ascii(locale, at, 'X')) continue;
-        if (digit_of_base(locale, at.peek(), 16) >= 0) in = at;
+        if (digit_of_base(at, 16) >= 0) in = at;
     }
     return in;
 }
 
-template <typename Unit>
-integer_scan scan_integer(const vel_locale *locale, char_reader<Unit> &input,
-                          const integer_rules &rules) {
-    bounded_text<Unit> in(locale, input.at(), rules.most > 0 ? rules.most : INT32_MAX);
+// `scan` is all zeros before, and after nothing was read.
+template <portable_form form, typename Unit>
+void scan_integer_in(const vel_locale *locale, char_reader<Unit> &input, const integer_rules &rules,
+                     integer_scan &scan) {
+    bounded_text<Unit, form> in(locale, input.at(), rules.most > 0 ? rules.most : INT32_MAX);
     const bool negative = skip_sign(locale, style_of(locale, number_kind::numeric), in);
-    integer_scan scan = {{0, 0, negative}, false, false};
     if (rules.prefixed) in = behind_prefix(locale, in);
+    const uint32_t base = static_cast<uint32_t>(rules.base);
     uint64_t value = 0;
-    digits_read read = read_digits(locale, in, rules.base, rules.groups, [&](int32_t digit) {
-        value = value * static_cast<uint32_t>(rules.base) + static_cast<uint32_t>(digit);
+    bool overflow = false;
+    digits_read read = read_digits(in, rules.base, rules.groups, [&](int32_t digit) {
+        value = value * base + static_cast<uint32_t>(digit);
         if (value <= UINT32_MAX) return;
-        scan.overflow = true;
+        overflow = true;
         value = UINT32_MAX;
     });
-    if (read.count == 0) return {{0, 0, false}, false, false};
+    if (read.count == 0) return;
     input = char_reader<Unit>(locale, in.at());
     scan.value.magnitude = static_cast<uint32_t>(value);
     scan.value.digits = read.count;
+    scan.value.negative = negative;
+    scan.overflow = overflow;
     scan.misgrouped = read.misgrouped;
-    return scan;
+}
+
+template <typename Unit>
+void scan_integer(const vel_locale *locale, char_reader<Unit> &input, const integer_rules &rules,
+                  integer_scan &scan) {
+    auto scan_text = has_ascii_units<Unit>(locale) ? scan_integer_in<portable_form::ascii, Unit>
+                                                   : scan_integer_in<portable_form::by_table, Unit>;
+    scan_text(locale, input, rules, scan);
 }
 
 } // namespace vel

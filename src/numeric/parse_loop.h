@@ -3,6 +3,7 @@
 // that the format is written in.
 #pragma once
 
+#include "charmap/ascii_units.h"
 #include "charmap/char_reader.h"
 #include "ctype/character_class.h"
 #include "ext/error.h"
@@ -40,34 +41,43 @@ item stop_at(vel_locale *locale, const char_reader<Unit> &input, int32_t number)
 }
 
 // Reads input under a format; gives the items stored, or -1 with the error number. `read_item` is
-// called with both readers, that of the format behind "%".
+// called with the format behind "%", over whose directive it steps, and with the input.
 template <typename Unit, typename Read>
-int32_t parse_from(vel_locale *locale, const Unit *input_text, const Unit *format_text,
-                   Read read_item) {
+int32_t parse_from(vel_locale *locale, const Unit *input_text, const Unit *at, Read read_item) {
     set_error(locale, 0);
+    const bool in_ascii = has_ascii_units<Unit>(locale);
     const vel_wchar percent = value_of(locale, '%');
     char_reader<Unit> input(locale, input_text);
-    char_reader<Unit> format(locale, format_text);
-    int32_t count = 0;
-    while (vel_wchar c = format.peek()) {
-        if (is_space(locale, c)) {
-            skip_space(locale, format);
-            skip_space(locale, input);
-            continue;
+    for (int32_t count = 0;;) {
+        bool is_directive = in_ascii && *at == '%' && at[1] != '%';
+        if (is_directive) {
+            ++at;
+        } else {
+            char_reader<Unit> format(locale, at);
+            const vel_wchar c = format.peek();
+            if (c == 0) return format.failed() ? fail(locale, VEL_EILSEQ) : count;
+            if (is_space(locale, c)) {
+                skip_space(locale, format);
+                skip_space(locale, input);
+            } else {
+                format.next();
+                is_directive = c == percent && format.peek() != percent;
+            }
+            if (!is_directive && !is_space(locale, c)) {
+                if (input.peek() != c) {
+                    return fail(locale, input.failed() ? VEL_EILSEQ : VEL_ETIMEFMT);
+                }
+                input.next();
+                if (c == percent) format.next();
+            }
+            at = format.at();
         }
-        format.next();
-        if (c == percent && format.peek() != percent) {
-            item read = read_item(format, input);
-            if (read == item::failed) return -1;
-            if (read == item::stopped) return count;
-            count += read == item::stored;
-            continue;
-        }
-        if (input.peek() != c) return fail(locale, input.failed() ? VEL_EILSEQ : VEL_ETIMEFMT);
-        input.next();
-        if (c == percent) format.next();
+        if (!is_directive) continue;
+        item read = read_item(at, input);
+        if (read == item::failed) return -1;
+        if (read == item::stopped) return count;
+        count += read == item::stored;
     }
-    return format.failed() ? fail(locale, VEL_EILSEQ) : count;
 }
 
 } // namespace vel

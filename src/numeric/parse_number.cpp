@@ -36,7 +36,8 @@ item read_integer(vel_locale *locale, char_reader<Unit> &input, const number_dir
     integer_rules rules = {how.convert.base, how.width};
     if (how.has(flag_group)) rules.groups = numeric_groups(locale);
     rules.prefixed = how.has(flag_alternate) && how.convert.base == 16;
-    const integer_scan scan = scan_integer(locale, input, rules);
+    integer_scan scan = {};
+    scan_integer(locale, input, rules, scan);
     if (scan.value.digits == 0) return stop_at(locale, input, VEL_ENOCONV);
     if (scan.misgrouped) return stop(locale, VEL_EINVAL);
     if (scan.value.negative && !how.convert.is_signed) return stop(locale, VEL_ETIMEFMT);
@@ -117,7 +118,7 @@ item read_characters(vel_locale *locale, char_reader<Unit> &input, const number_
 }
 
 template <typename Unit>
-item read_item(vel_locale *locale, char_reader<Unit> &format, char_reader<Unit> &input,
+item read_item(vel_locale *locale, const Unit *&format, char_reader<Unit> &input,
                argument_list &arguments) {
     number_directive how;
     if (read_directive(locale, format, how, nullptr) < 0) return item::failed;
@@ -141,7 +142,7 @@ template <typename Unit>
 int32_t vel_pnum_core(vel_locale *locale, const Unit *input, const Unit *format,
                       argument_list &arguments) {
     return parse_from(locale, input, format,
-                      [&](char_reader<Unit> &directive_text, char_reader<Unit> &text) {
+                      [&](const Unit *&directive_text, char_reader<Unit> &text) {
                           return read_item(locale, directive_text, text, arguments);
                       });
 }

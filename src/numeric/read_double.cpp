@@ -1,5 +1,5 @@
 // Reading floating numbers.
-#include <cmath>
+#include <bit>
 
 #include "ext/error.h"
 #include "ext/host_errno.h"
@@ -117,6 +117,10 @@ template <typename Text>
     return digits;
 }
 
+double with_sign(double value, bool negative) {
+    return std::bit_cast<double>(std::bit_cast<uint64_t>(value) | uint64_t{negative} << 63);
+}
+
 // Steps over a number at `string`.
 template <portable_form form, typename Unit>
 scanned_double scan_in(vel_locale *locale, const Unit *&string, int32_t most, bool grouped,
@@ -135,29 +139,29 @@ scanned_double scan_in(vel_locale *locale, const Unit *&string, int32_t most, bo
         return scanned;
     }
     collect_exponent(locale, at, digits);
-    scanned.value = digits.value(&scanned.out_of_range);
-    if (negative) scanned.value = -scanned.value;
+    scanned.value = with_sign(digits.value(&scanned.out_of_range), negative);
     scanned.used = most - at.left();
     string = at.at();
     return scanned;
 }
 
-template <typename Unit>
-scanned_double scan_text(vel_locale *locale, const Unit *&string, int32_t most, bool grouped,
-                         number_kind kind) {
-    constexpr auto in_ascii = scan_in<portable_form::ascii, Unit>;
-    constexpr auto by_table = scan_in<portable_form::by_table, Unit>;
-    auto scan = has_ascii_units<Unit>(locale) ? in_ascii : by_table;
-    return scan(locale, string, most, grouped, kind);
+// A number behind white space; `string` is left where it is when there is none.
+template <portable_form form, typename Unit>
+scanned_double read_in(vel_locale *locale, const Unit *&string, bool grouped, number_kind kind) {
+    const Unit *at = skip_white_space<form>(locale, string);
+    scanned_double scanned = scan_in<form>(locale, at, INT32_MAX, grouped, kind);
+    if (scanned.used) string = at;
+    return scanned;
 }
 
 template <typename Unit>
 scanned_double read_double(vel_locale *locale, const Unit *string, Unit **end, bool grouped,
                            number_kind kind) {
-    const Unit *at = skip_white_space(locale, string);
-    scanned_double scanned = scan_text(locale, at, INT32_MAX, grouped, kind);
+    auto read = has_ascii_units<Unit>(locale) ? read_in<portable_form::ascii, Unit>
+                                              : read_in<portable_form::by_table, Unit>;
+    scanned_double scanned = read(locale, string, grouped, kind);
     set_host_errno(scanned.out_of_range ? host_error::out_of_range : host_error::none);
-    if (end) *end = const_cast<Unit *>(scanned.used ? at : string);
+    if (end) *end = const_cast<Unit *>(string);
     return scanned;
 }
 
@@ -166,8 +170,10 @@ scanned_double read_double(vel_locale *locale, const Unit *string, Unit **end, b
 template <typename Unit>
 scanned_double scan_double(vel_locale *locale, char_reader<Unit> &text, int32_t most, bool grouped,
                            number_kind kind) {
+    auto scan = has_ascii_units<Unit>(locale) ? scan_in<portable_form::ascii, Unit>
+                                              : scan_in<portable_form::by_table, Unit>;
     const Unit *at = text.at();
-    scanned_double scanned = scan_text(locale, at, most, grouped, kind);
+    scanned_double scanned = scan(locale, at, most, grouped, kind);
     if (scanned.used) text = char_reader<Unit>(locale, at);
     return scanned;
 }

@@ -12,7 +12,6 @@ namespace {
 
 constexpr int32_t max_unsigned_characters = 256;
 constexpr int32_t max_grouped_rest = 255;
-constexpr uint32_t most_negative = 0x80000000;
 
 class kept_text {
 public:
@@ -208,7 +207,7 @@ template <typename Text> bool is_short(Text text) {
 template <typename Number, portable_form form, typename Unit>
 integer read_integer(vel_locale *locale, const Unit *&string, int32_t base, bool grouped) {
     const number_style style = style_of(locale, number_kind::numeric);
-    string = skip_white_space(locale, string);
+    string = skip_white_space<form>(locale, string);
     bounded_text<Unit, form> at(locale, string, INT32_MAX);
     constexpr bool is_signed = std::is_signed_v<Number>;
     if (!is_signed && !is_short(at)) {
@@ -232,10 +231,11 @@ template <typename Number> struct clamped {
 };
 
 clamped<int32_t> clamp(const integer &read, int32_t) {
-    uint64_t most = read.negative ? most_negative : INT32_MAX;
-    bool is_over = read.magnitude > most;
-    uint32_t magnitude = static_cast<uint32_t>(is_over ? most : read.magnitude);
-    return {static_cast<int32_t>(read.negative ? 0 - magnitude : magnitude), is_over};
+    const uint32_t sign = read.negative; // computed with: branches would often be wrong
+    const uint32_t most = INT32_MAX + sign;
+    const bool is_over = read.magnitude > most;
+    const uint32_t magnitude = is_over ? most : static_cast<uint32_t>(read.magnitude);
+    return {static_cast<int32_t>((magnitude ^ (0 - sign)) + sign), is_over};
 }
 
 // A negative number counts down from the top, as strtoul has it.
@@ -250,9 +250,9 @@ template <typename Number, typename Unit>
 clamped<Number> convert(vel_locale *locale, const Unit *string, Unit **end, int32_t base,
                         int32_t grouping) {
     const Unit *at = string;
-    constexpr auto in_ascii = read_integer<Number, portable_form::ascii, Unit>;
-    constexpr auto by_table = read_integer<Number, portable_form::by_table, Unit>;
-    auto read_any = has_ascii_units<Unit>(locale) ? in_ascii : by_table;
+    auto read_any = has_ascii_units<Unit>(locale)
+                        ? read_integer<Number, portable_form::ascii, Unit>
+                        : read_integer<Number, portable_form::by_table, Unit>;
     integer read = read_any(locale, at, base, grouping != 0);
     *end = const_cast<Unit *>(at);
     if (read.failed) return {INT32_MAX, false};

@@ -1,8 +1,9 @@
 // Writing integers.
-#include "charmap/character.h"
+#include "charmap/ascii_units.h"
 #include "ext/error.h"
 #include "numeric/digits.h"
 #include "numeric/grouping.h"
+#include "numeric/thousands.h"
 #include "record/portable.h"
 #include "vels/multibyte.h"
 #include "vels/number.h"
@@ -44,8 +45,9 @@ public:
     int32_t width() const { return 1; } // units of a portable character, or of the terminator
     void put(vel_wchar *out, char ascii) const { *out = value_of(locale_, ascii); }
     void terminate(vel_wchar *out) const { *out = 0; }
+    const vel_wchar *separator_units() const { return locale_->numeric_marks.thousands_sep; }
     unit_text<vel_wchar> separator() const {
-        return {locale_->numeric_marks.thousands_sep, locale_->numeric_marks.thousands_sep_length};
+        return {separator_units(), locale_->numeric_marks.thousands_sep_length};
     }
 
 private:
@@ -67,13 +69,14 @@ public:
         }
     }
     void terminate(char *out) const { put_terminator(characters_of(locale_), as_bytes(out)); }
+    const char *separator_units() const { return locale_->conventions.numeric.thousands_sep.bytes; }
     unit_text<char> separator() const {
         int32_t length = 0;
         const number_marks &marks = locale_->numeric_marks;
         for (int32_t i = 0; i < marks.thousands_sep_length; ++i) {
             length += characters_of(locale_).code_bytes(marks.thousands_sep[i]);
         }
-        return {locale_->conventions.numeric.thousands_sep.bytes, length};
+        return {separator_units(), length};
     }
 
 private:
@@ -85,6 +88,23 @@ struct number {
     uint32_t magnitude;
     bool negative;
 };
+
+// A number in base 10 as it mostly is written. False when that is not known to do.
+template <typename Unit>
+bool put_quickly(const vel_locale *locale, const unit_form<Unit> &form, Unit *out, int32_t room,
+                 number value, int32_t &written) {
+    if (room < thousands_room + 2 || !has_ascii_units<Unit>(locale)) return false;
+    short_text<Unit> separator;
+    if (!short_text<Unit>::make(form.separator_units(), separator) || separator.length == 0 ||
+        !has_groups_of_three(locale->conventions.numeric.grouping)) {
+        return false;
+    }
+    *out = '-';
+    Unit *end = put_thousands(out + value.negative, value.magnitude, separator);
+    *end = 0;
+    written = static_cast<int32_t>(end - out);
+    return true;
+}
 
 struct number_digits {
     char ascii[max_digits];
@@ -144,6 +164,10 @@ template <typename Unit>
 int32_t format(const vel_locale *locale, Unit *out, int32_t room, number value, int32_t base,
                int32_t grouping) {
     const unit_form<Unit> form(locale);
+    int32_t written;
+    if (grouping && base == 10 && put_quickly(locale, form, out, room, value, written)) {
+        return written;
+    }
     if (base < 2 || base > 36) {
         form.terminate(out);
         return 0;

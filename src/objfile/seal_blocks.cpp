@@ -24,6 +24,7 @@ public:
         uint16_t *added = blocks_.extend(count);
         if (!added) return false;
         for (size_t i = 0; i < count; ++i) added[i] = empty;
+        for (uint32_t top = 0; top < 256; ++top) head_.set_stretch(top, stretches_[top]);
         if (stretches > 1 && align_rows()) fill();
         return !cells_.failed();
     }
@@ -43,16 +44,17 @@ private:
         return false;
     }
 
-    // Stretch 1 is for the values of one and two bytes, then one for each lead of three.
+    // Stretch 0 has no characters, stretch 1 is for the values of one and two bytes, then one for
+    // each lead of three.
     uint32_t count_stretches() {
         uint32_t stretches = 2;
-        head_.tops[0] = 1;
+        stretches_[0] = 1;
         each_child(0, 0, [&](uint32_t lead, uint32_t row) {
             bool leads = false;
             each_child(row, 1,
                        [&](uint32_t, uint32_t last) { leads = leads || ends_somewhere(last, 2); });
             if (leads && lead > 0 && stretches <= 0xFF) {
-                head_.tops[lead] = static_cast<uint8_t>(stretches++);
+                stretches_[lead] = static_cast<uint8_t>(stretches++);
             }
         });
         return stretches;
@@ -75,9 +77,9 @@ private:
         each_child(0, 0, [&](uint32_t lead, uint32_t row) {
             if (lead == 0) return;
             if (ends_somewhere(row, 1)) put_row(1, lead, row, 1);
-            if (!head_.tops[lead]) return;
+            if (!stretches_[lead]) return;
             each_child(row, 1, [&](uint32_t second, uint32_t last) {
-                if (ends_somewhere(last, 2)) put_row(head_.tops[lead], second, last, 2);
+                if (ends_somewhere(last, 2)) put_row(stretches_[lead], second, last, 2);
             });
         });
     }
@@ -110,6 +112,7 @@ private:
     }
 
     sealed_table &head_;
+    uint8_t stretches_[256] = {}; // by the upper byte of a value
     host_array<uint32_t> &cells_;
     host_array<uint16_t> &blocks_;
     uint32_t copied_row_ = no_row;

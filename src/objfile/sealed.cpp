@@ -12,6 +12,7 @@ struct empty_block {
 
 constexpr empty_block make_empty_block() {
     empty_block block{};
+    for (uint32_t top = 0; top < 256; ++top) block.head.set_stretch(top, 0);
     block.head.shortest = max_character_bytes;
     block.head.width[0] = 256;
     block.head.cell_count = 256;

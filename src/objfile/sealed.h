@@ -13,9 +13,10 @@
 // so a walk costs one load and one range check a byte.
 //
 // Looking up by wide value does not branch on the length of the character, which real text keeps
-// changing: `tops` gives a stretch of the block table for the upper byte of a value of three bytes,
-// the block table gives for the ten bits below a block of 64 cells, and the lower six bits index
-// that. In UTF-8 such a block is a row itself; other code sets have their rows copied into blocks.
+// changing: `shifts` gives for the upper byte of a value of three bytes where its stretch of the
+// block table is, the block table gives for the ten bits below a block of 64 cells, and the lower
+// six bits index that. In UTF-8 such a block is a row itself; other code sets have their rows
+// copied into blocks.
 //
 // Equal rows are stored once: the class table of a UTF-8 locale takes about 200 KB. The rejected
 // alternative, rows of 256 cells with 16-bit row numbers and a separate kind table, is a quarter
@@ -67,7 +68,8 @@ struct sealed_table {
     uint32_t cell_count;
     uint32_t cell_offset; // of the rows, in cells from the beginning of the table; whole blocks
     table_shape shape;
-    uint8_t tops[256]; // stretches of 1024 blocks; stretch 0 has no characters
+    uint32_t
+        shifts[256]; // by the upper byte: from the values in blocks to their place in the table
 
     const uint32_t *cells() const { return base() + cell_offset; }
     // A block by its distance from the beginning of the table, in blocks.
@@ -120,12 +122,16 @@ struct sealed_table {
     // only that the rest has to be asked.
     uint32_t find_quickly(vel_wchar code) const {
         if (code > 0xFFFFFF) return 0;
-        uint32_t stretch = tops[code >> 16] * stretch_blocks;
-        uint32_t block = blocks()[stretch + code / block_cells % stretch_blocks];
+        uint32_t block = blocks()[shifts[code >> 16] + code / block_cells];
         return base()[block * block_cells + code % block_cells];
     }
 
     uint32_t find_by_walking(vel_wchar code) const;
+
+    // Puts the values with this upper byte into a stretch of 1024 blocks.
+    constexpr void set_stretch(uint32_t top, uint32_t stretch) {
+        shifts[top] = (stretch - top) * stretch_blocks;
+    }
 
 private:
     const uint32_t *base() const { return reinterpret_cast<const uint32_t *>(this); }

@@ -1,20 +1,13 @@
 // The walk over a time format, which formatting and measuring share.
 #pragma once
 
+#include "charmap/ascii_units.h"
 #include "ctype/character_class.h"
 #include "ext/error.h"
 #include "numeric/directive.h"
 #include "time/format_table.h"
 
 namespace vel {
-
-// Whether units below 0x80 are always characters of ASCII.
-template <typename Unit> bool has_ascii_units(const vel_locale *locale) {
-    if (locale->portable != &ascii_codes) return false;
-    if constexpr (std::is_same_v<Unit, vel_wchar>) return true;
-    const sealed_table &table = characters_of(locale);
-    return !table.empty() && table.shape != table_shape::general;
-}
 
 // `Target` derives from this and provides
 //   put_run(format)           takes what it can of a format in units of ASCII; where it stops

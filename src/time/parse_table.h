@@ -24,6 +24,17 @@ struct number_rule {
     bool blank; // formatting puts a blank before a number of one digit
 };
 
+inline int32_t highest_of(const vel_locale *locale, const number_rule &rule) {
+    return rule.high == months_of_locale ? locale->time.months.count : rule.high;
+}
+
+inline void store_number(const number_rule &rule, int32_t value, time_parsed &out) {
+    out.*rule.field = value + rule.adjust;
+    out.seen = (out.seen & ~rule.clears) | rule.bit;
+    if (rule.hours != hour_kind::none) out.hours = rule.hours;
+    if (rule.years != year_kind::none) out.years = rule.years;
+}
+
 enum class reading : uint8_t {
     unknown,
     number,

@@ -4,6 +4,7 @@
 #include "ext/error.h"
 #include "time/names.h"
 #include "time/scan_numbers.h"
+#include "time/scan_quick.h"
 
 namespace vel {
 namespace {
@@ -37,6 +38,12 @@ private:
         return portable_of(locale_, format.peek());
     }
 
+    const Unit *read_usual(const Unit *format) {
+        const Unit *at = input_.at();
+        quick_reader<Unit>(locale_, out_).run(format, at);
+        input_.move_to(at);
+        return format;
+    }
     bool literal(cursor &format, vel_wchar c);
     bool conversion(cursor &format);
     bool choose(cursor &format, unsigned char letter, manner &with);
@@ -74,7 +81,10 @@ private:
 template <typename Unit> bool scanner<Unit>::run(const Unit *text) {
     const manner plain;
     cursor format(locale_, text);
-    while (vel_wchar c = format.peek()) {
+    for (;;) {
+        if (input_.has_ascii()) format.move_to(read_usual(format.at()));
+        vel_wchar c = format.peek();
+        if (c == 0) break;
         if (c != percent_) {
             if (!literal(format, c)) return false;
             continue;
@@ -189,16 +199,12 @@ template <typename Unit> bool scanner<Unit>::prefixed(cursor &format, const mann
 template <typename Unit> bool scanner<Unit>::number(const number_rule &rule, const manner &with) {
     int32_t value;
     if (!read_number(locale_, input_, rule, with, &value)) return misses(rule.read_error);
-    int32_t high = rule.high == months_of_locale ? locale_->time.months.count : rule.high;
-    if (value < rule.low || value > high) return fails(rule.range_error);
+    if (value < rule.low || value > highest_of(locale_, rule)) return fails(rule.range_error);
     if (rule.bit == seen_weekday) {
         out_.weekday_names = nullptr;
         value %= 7;
     }
-    out_.*rule.field = value + rule.adjust;
-    out_.seen = (out_.seen & ~rule.clears) | rule.bit;
-    if (rule.hours != hour_kind::none) out_.hours = rule.hours;
-    if (rule.years != year_kind::none) out_.years = rule.years;
+    store_number(rule, value, out_);
     return true;
 }
 
