@@ -39,16 +39,19 @@ void compile_host_locale(const std::string &name, code_set set) {
     fs::rename(partial, target);
 }
 
-locale_t host_locale_for(const sample &in) {
-    constexpr const char *names[] = {"en_US", "de_DE", "ru_RU", "ja_JP", "en_US"};
+locale_t host_locale(const std::string &name, code_set set) {
     static std::map<std::string, locale_t> opened;
-    std::string name = names[static_cast<int>(in.spoken)];
-    compile_host_locale(name, in.set);
-    std::string full = host_locale_name(name, in.set);
+    compile_host_locale(name, set);
+    std::string full = host_locale_name(name, set);
     locale_t &locale = opened[full];
     if (!locale) locale = newlocale(LC_ALL_MASK, full.c_str(), nullptr);
     if (!locale) throw std::runtime_error("newlocale of " + full + " fails");
     return locale;
+}
+
+locale_t host_locale_for(const sample &in) {
+    constexpr const char *names[] = {"en_US", "de_DE", "ru_RU", "ja_JP", "en_US"};
+    return host_locale(names[static_cast<int>(in.spoken)], in.set);
 }
 
 } // namespace bench

@@ -17,7 +17,22 @@ void compile_host_locale(const std::string &name, code_set set);
 // The name under which newlocale finds it.
 std::string host_locale_name(const std::string &name, code_set set);
 
-// The locale for a text, kept for the rest of the run.
+// Such a locale, compiled if need be and kept for the rest of the run.
+locale_t host_locale(const std::string &name, code_set set);
+// The one for a text.
 locale_t host_locale_for(const sample &in);
+
+// Makes a locale the one of this thread, as the functions want that take no locale. None: nothing
+// changes.
+class thread_locale {
+public:
+    explicit thread_locale(locale_t locale) : before_(uselocale(locale)) {}
+    ~thread_locale() { uselocale(before_); }
+    thread_locale(const thread_locale &) = delete;
+    thread_locale &operator=(const thread_locale &) = delete;
+
+private:
+    locale_t before_;
+};
 
 } // namespace bench

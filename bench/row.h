@@ -45,7 +45,10 @@ struct row {
 double shown_value(unit shown, double work, double measured);
 
 std::vector<row> text_rows();
+std::vector<row> width_rows();
+std::vector<row> number_rows();
 std::vector<row> locale_rows();
+std::vector<row> date_rows();
 
 // The part of a locale row that runs in a process of its own; prints a number.
 int answer_as_fresh_process(const std::vector<std::string> &arguments);

@@ -10,18 +10,6 @@
 namespace bench {
 namespace {
 
-// Makes a locale the one of this thread, as the functions want that take no locale.
-class thread_locale {
-public:
-    explicit thread_locale(locale_t locale) : before_(uselocale(locale)) {}
-    ~thread_locale() { uselocale(before_); }
-    thread_locale(const thread_locale &) = delete;
-    thread_locale &operator=(const thread_locale &) = delete;
-
-private:
-    locale_t before_;
-};
-
 call in_thread_locale(locale_t locale, const call &work) {
     auto pass = [=, run = work.pass] {
         thread_locale used(locale);

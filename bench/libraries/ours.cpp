@@ -1,40 +1,18 @@
 #include "library.h"
+#include "our_locale.h"
 #include "scratch.h"
 #include "walk.h"
-
-#include <map>
-#include <stdexcept>
 
 #include "vels/ctype.h"
 #include "vels/locale.h"
 #include "vels/multibyte.h"
-#include "vels/registry.h"
 
 namespace bench {
 namespace {
 
-std::string specification(const std::string &posix_name, code_set set) {
-    constexpr const char *names[] = {"utf-8", "euc-jp", "shift_jis"};
-    return posix_name + "." + names[static_cast<int>(set)];
-}
-
-vel_locale *load(const std::string &specification) {
-    vel_locale *locale = nullptr;
-    if (vel_lc_load(&locale, specification.c_str(), -1, nullptr) == 0) return locale;
-    int number = *reinterpret_cast<const int32_t *>(locale);
-    vel_lc_unload(locale);
-    throw std::runtime_error("vel_lc_load of " + specification + ": error " +
-                             std::to_string(number));
-}
-
-// Kept for the rest of the run.
 vel_locale *locale_for(const sample &in) {
     constexpr const char *names[] = {"en_us", "de_de", "ru_ru", "ja_jp", "en_us"};
-    static std::map<std::string, vel_locale *> loaded;
-    std::string name = specification(names[static_cast<int>(in.spoken)], in.set);
-    vel_locale *&locale = loaded[name];
-    if (!locale) locale = load(name);
-    return locale;
+    return our_locale(names[static_cast<int>(in.spoken)], in.set);
 }
 
 std::shared_ptr<std::vector<vel_wchar>> wide_form(const sample &in) {
@@ -135,12 +113,7 @@ call upper_wide(const sample_ptr &in) {
 }
 
 void *open(const std::string &name) {
-    return load(specification(name, code_set::utf8));
-}
-
-void prepare_to_open() {
-    int32_t error = 0;
-    if (!vel_cache_registry(&error, nullptr)) throw std::runtime_error("no code-set registry");
+    return load_locale(name, code_set::utf8);
 }
 
 void close(void *locale) {
@@ -161,7 +134,7 @@ library ours() {
             .five_classes = five_classes,
             .upper_text = upper_text,
             .upper_wide = upper_wide,
-            .prepare_to_open = prepare_to_open,
+            .prepare_to_open = cache_code_set_names,
             .open = open,
             .close = close};
 }
