@@ -57,7 +57,7 @@ TEST(items, of_real_locales) {
         {japanese, VEL_ITEM_CRNCYSTR, "-\xA1\xEF"},
         {japanese, VEL_ITEM_ERA_D_FMT, "%EY%m\xB7\xEE%d\xC6\xFC"},
         {japanese, VEL_ITEM_ERA_D_T_FMT, "%EY%m\xB7\xEE%d\xC6\xFC %H\xBB\xFE%M\xCA\xAC%S\xC9\xC3"},
-        {japanese, VEL_ITEM_ERA_T_FMT, ""},
+        {japanese, VEL_ITEM_ERA_T_FMT, "%H\xBB\xFE%M\xCA\xAC%S\xC9\xC3"},
         {persian, VEL_ITEM_CRNCYSTR, "+\xD8\xB1\xDB\x8C\xD8\xA7\xD9\x84"},
         {ebcdic, VEL_ITEM_D_FMT, "l\x94\x61l\x84\x61l\xE8"},
         {ebcdic, VEL_ITEM_CRNCYSTR, "\x60\x5B"}, // -$

@@ -260,7 +260,7 @@ TEST(dump, tells_what_is_in_an_object) {
     for (const char *expected :
          {"SOURCE=ja_JP", "CODESET=EUC-JP", "currency_symbol      \"￥\"", "\"月曜日\"",
           "jhira                88 characters", "grouping             3",
-          "era_t_fmt            \"\"",
+          "era_t_fmt            \"%H時%M分%S秒\"",
           "a4 a2        U+3042 あ      alpha graph print full_width jhira\n",
           "61           U+0061 a       lower alpha graph print xdigit [41 61]\n"})
         EXPECT_NE(text.find(expected), text.npos) << expected;

@@ -30,9 +30,9 @@ public:
         names("am_pm", at_least(from_.am_pm, 2));
         format("t_fmt_ampm", from_.t_fmt_ampm.empty() ? default_t_fmt_ampm : from_.t_fmt_ampm);
         eras();
-        format("era_d_fmt", from_.era_d_fmt);
-        format("era_t_fmt", from_.era_t_fmt);
-        format("era_d_t_fmt", from_.era_d_t_fmt);
+        era_format("era_d_fmt", from_.era_d_fmt, from_.d_fmt);
+        era_format("era_t_fmt", from_.era_t_fmt, from_.t_fmt);
+        era_format("era_d_t_fmt", from_.era_d_t_fmt, from_.d_t_fmt);
         counted_names("alt_digits", from_.alt_digits);
         return std::move(section_);
     }
@@ -43,6 +43,11 @@ private:
     }
     void format(std::string_view keyword, std::u32string_view value) {
         text(keyword, library_time_format(keyword, value));
+    }
+    // A locale without eras has its plain formats used by the library; with eras these are written.
+    void era_format(std::string_view keyword, std::u32string_view value,
+                    std::u32string_view plain) {
+        format(keyword, value.empty() && !from_.era.empty() ? plain : value);
     }
     void names(std::string_view keyword, const text_list &list) {
         for (const std::u32string &name : list) text(keyword, name);
