@@ -70,7 +70,12 @@ inline std::string specification(const locale_case &of) {
     const std::string source = of.source;
     const size_t at = source.find('@');
     std::string text = source.substr(0, at) + "." + of.charmap;
-    if (at != source.npos) text += source.substr(at, 5);
+    if (at != source.npos) {
+        const std::string modifier = source.substr(at);
+        text += modifier == "@latin"      ? "@latn"
+                : modifier == "@cyrillic" ? "@cyrl"
+                                          : modifier.substr(0, 5);
+    }
     std::ranges::transform(text, text.begin(), [](unsigned char c) { return std::tolower(c); });
     return text;
 }

@@ -334,6 +334,9 @@ TEST_F(conversions, read_back_what_they_write) {
             ASSERT_GT(n, 0);
             ASSERT_EQ(value, vel_mbstoul(locale, text, &end, base, grouped)) << text;
             ASSERT_EQ(text + n, end);
+            char exact[256]; // without room to spare
+            ASSERT_EQ(n, vel_ultombs(locale, exact, n + 1, value, base, grouped)) << text;
+            ASSERT_STREQ(text, exact);
             const int32_t number = static_cast<int32_t>(value);
             vel_wchar wide[256];
             vel_ltowcs(locale, wide, 256, number, base, grouped);
@@ -341,6 +344,11 @@ TEST_F(conversions, read_back_what_they_write) {
             if (base != 10) continue;
             ASSERT_EQ(value, vel_mbstod(locale, text, &end, grouped)) << text;
             ASSERT_EQ(text + n, end);
+            const std::string format = narrow(locale, grouped ? "%'u" : "%u");
+            for (int32_t room : {256, n + 1}) {
+                ASSERT_EQ(n, vel_mbsfnum(locale, exact, room, format.c_str(), value));
+                ASSERT_STREQ(text, exact);
+            }
         }
         locale->conventions.numeric.grouping = own;
     }

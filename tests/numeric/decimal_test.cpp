@@ -3,6 +3,7 @@
 
 #include <bit>
 #include <cerrno>
+#include <cfenv>
 #include <cfloat>
 #include <cmath>
 #include <random>
@@ -167,6 +168,22 @@ TEST(decimal, reads_extreme_texts) {
     bool out_of_range = true;
     EXPECT_EQ(0.0, vel::nearest_double("", 0, 5, &out_of_range));
     EXPECT_FALSE(out_of_range);
+}
+
+TEST(nearest, does_not_depend_on_the_rounding_mode) {
+    std::mt19937_64 random(seed);
+    for (int i = 0; i < 10000; ++i) {
+        const uint64_t digits = random() >> random() % 64;
+        const int32_t exponent = -static_cast<int32_t>(random() % 12);
+        bool out_of_range;
+        const double value = vel::nearest_double(digits, exponent, &out_of_range);
+        for (int mode : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
+            std::fesetround(mode);
+            const double other = vel::nearest_double(digits, exponent, &out_of_range);
+            std::fesetround(FE_TONEAREST);
+            ASSERT_EQ(value, other) << digits << "e" << exponent << ", mode " << mode;
+        }
+    }
 }
 
 } // namespace
