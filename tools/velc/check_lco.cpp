@@ -177,11 +177,12 @@ private:
     const std::vector<std::string> &texts_of(std::string_view name) const {
         return std::ranges::find(file_.items, name, &lco_item::name)->texts;
     }
+    // A locale whose source has no LC_TIME has no names.
     void check_months() const {
         const std::string &calendar = texts_of("calendar").front();
         const std::size_t months = row_of(*find_calendar(calendar)).months;
         for (const char *list : {"abmon", "mon"})
-            if (const std::size_t count = texts_of(list).size(); count != months)
+            if (const std::size_t count = texts_of(list).size(); count != months && count != 0)
                 fail(fmt::format("LC_TIME: {}", list), fmt::format("{} names", count),
                      fmt::format("{}, as the {} calendar has", months, calendar));
     }
