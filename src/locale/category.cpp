@@ -23,10 +23,6 @@ void release_whole_ctype(vel_locale *locale) {
     make_null_ctype(locale);
 }
 
-int32_t nothing_derived(vel_locale *) {
-    return 1;
-}
-
 int32_t copy_ctype(vel_locale *to, const vel_locale *from) {
     to->ctype = from->ctype;
     to->case_growth = from->case_growth;
@@ -81,7 +77,7 @@ const category_row categories[category_count] = {
     {"VEL_CTYPE", "### LC_CTYPE\n", nullptr, nullptr, nullptr, make_null_ctype, release_whole_ctype,
      read_ctype, initialise_ctype, copy_ctype},
     {"VEL_COLLATE", "### LC_COLLATE\n", nullptr, nullptr, nullptr, null_collate, release_collate,
-     read_collate, nothing_derived, copy_collate},
+     read_collate, initialise_collate, copy_collate},
     {"VEL_NUMERIC", "### LC_NUMERIC\n", "Failed to read numeric information\n",
      "Failed to read numeric information\n", "Failed to initialize numeric information\n",
      null_numeric, release_numeric, read_numeric, initialise_numeric, copy_numeric},

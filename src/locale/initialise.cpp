@@ -1,5 +1,6 @@
 #include "locale/initialise.h"
 
+#include "collate/layout.h"
 #include "ctype/complete.h"
 #include "ext/error.h"
 #include "ext/memory.h"
@@ -84,6 +85,10 @@ number_marks marks(const locale_text &decimal_point, const locale_text &thousand
 
 int32_t initialise_ctype(vel_locale *locale) {
     return complete_ctype(locale) == 0 ? 1 : -1;
+}
+
+int32_t initialise_collate(vel_locale *locale) {
+    return lay_out(locale->collate) ? 1 : fail(locale, VEL_ENOMEM);
 }
 
 void mark_numeric(vel_locale *locale) {

@@ -9,6 +9,7 @@ namespace vel {
 // VEL_EILSEQ for a string that is not text of the code set, and VEL_ENOERA (with 0, not -1) for a
 // code set without characters. VEL_CTYPE is loaded before the others.
 int32_t initialise_ctype(vel_locale *locale);
+int32_t initialise_collate(vel_locale *locale);
 int32_t initialise_numeric(vel_locale *locale);
 int32_t initialise_monetary(vel_locale *locale);
 int32_t initialise_time(vel_locale *locale);

@@ -96,6 +96,32 @@ struct collating_expansion {
     vel_wchar *values;
 };
 
+// A collation in the form in which text is weighed: made from the lists of the category when it is
+// initialised, in one block. All null in a category without passes.
+struct collation_layout {
+    // The weights of all passes side by side, 1 << row_bits of them for each collation index.
+    // Ignorable weights are all weight_ignore, and weights of one number are all positional or none
+    // is.
+    const uint16_t *weights;
+    uint32_t row_bits;
+    const uint8_t *traits;           // of each index
+    const uint32_t *element_order;   // numbers of the elements by first value, then by number
+    const uint32_t *expansion_parts; // the index of every value of every expansion, or no_index
+    bool covers_bytes;               // every byte has an index
+    bool covers_utf8;                // every well-formed UTF-8 character has one
+    void *block;
+};
+constexpr uint32_t no_index = 0xFFFFFFFF;
+// What is to be known of a character before its weights are looked at.
+enum : uint8_t {
+    begins_element = 1,
+    continues_element = 2,  // stands in one anywhere but last
+    follows_element = 4,    // stands in one anywhere but first
+    is_whole_element = 8,   // is one alone
+    has_odd_weights = 0x10, // ignorable in some pass, or expanding
+    expands = 0x20,         // in some pass
+};
+
 struct collate_category {
     int32_t kind;
     int32_t code_order;             // non-zero: no collation, compare by character value
@@ -109,6 +135,7 @@ struct collate_category {
     int32_t expansion_count;
     collating_expansion *expansions;
     void *blocks; // what weights, elements, expansions and their values live in
+    collation_layout layout;
 };
 
 using numeric_category = vel_numeric_conventions;

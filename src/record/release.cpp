@@ -71,6 +71,7 @@ void release_ctype(vel_locale *locale) {
 void release_collate(vel_locale *locale) {
     release_table(locale->collate.characters);
     vel_free(locale->collate.blocks);
+    vel_free(locale->collate.layout.block);
     null_collate(locale);
 }
 

@@ -1,0 +1,383 @@
+// The collating functions one by one: keys, errors, orders by value, Thai, and stepping.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "collate/key_writer.h"
+#include "made_collation.h"
+#include "support/host.h"
+#include "vels/errors.h"
+#include "vels/multibyte.h"
+
+namespace {
+
+using namespace vel_test;
+
+const wide letters = {'a', 'b', 'c', 'h', 0xE4, '-'}; // indexes 1 to 6; 7 is for elements
+
+int sign(int value) {
+    return (value > 0) - (value < 0);
+}
+
+class functions : public testing::Test {
+protected:
+    functions() {
+        made.passes = {{2, 3, 4, 5, 6, 0x4000, 1, 0x8007},
+                       {2, 0x8003, 0x8003, 3, 4, 2, 1, 4},
+                       {2, 2, 3, 2, 2, 4, 2, 2}};
+        made.directions = {1, 1, 2};
+        made.elements = {{{'c', 'h'}, 7}};
+        made.expansions = {{'a', 'b'}};
+        made.max_weight = 300;
+        locale = made.finish();
+        thai->collate.kind = vel::collation_thai;
+    }
+
+    made_collation made{make_byte_base, letters, true};
+    locale_ptr thai_set = make_single_byte(), euc_set = make_euc();
+    vel_locale *locale, *thai = thai_set->get(), *euc = euc_set->get();
+};
+
+TEST_F(functions, keys_have_the_stated_bytes) {
+    struct row {
+        wide text;
+        std::string key;
+    };
+    // An ignorable weight leaves nothing, an element has a value below every digit, weights of one
+    // number are all positional, and the last pass runs backward.
+    const row rows[] = {
+        {{'a', '-', 'b', 'c', 0}, "\2\3\2\4\2\5\1\2\3\2\x61\2\3\2\x62\2\3\2\x63\1\2\2\2\3\2\2\2\2"},
+        {{'c', 'h', 0}, "\2\7\2\1\1\2\4\1\2\2"},
+        {{0xE4, 0}, "\2\3\2\4\1\2\2\1\2\4"},
+        {{0}, "\1\1"},
+    };
+    for (const auto &[text, key] : rows) {
+        const int32_t length = static_cast<int32_t>(key.size());
+        for (int32_t size = -1; size <= length + 10; ++size) {
+            std::string out(key.size() + 20, '.');
+            ASSERT_EQ(length, vel_wcsxfrm(locale, out.data(), text.data(), size));
+            std::string expected = key + std::string(1, '\0');
+            expected.resize(static_cast<size_t>(std::clamp(size, 0, length + 1)));
+            expected.resize(out.size(), '.');
+            ASSERT_EQ(expected, out) << size;
+        }
+    }
+    struct number {
+        uint32_t value, bound;
+        std::string bytes;
+    };
+    for (const auto &[value, bound, bytes] : {number{255, 253, "\xFF"},
+                                              {255, 254, "\2\xFF"},
+                                              {256, 64515, "\3\2"},
+                                              {50084, 64516, "\2\xC7\x2E"},
+                                              {0xE282AC, 0xFA0BF8, "\2\xE8\xFB\xEA"},
+                                              {0xF48FBFBF, 0xFFFFFFFF, "\2\xFC\x94\x39\x3F"}}) {
+        std::string out(bytes.size(), '.');
+        vel::key_writer writer(reinterpret_cast<unsigned char *>(out.data()), out.size());
+        writer.put_number(value, vel::key_digits(bound));
+        uint32_t back = 0;
+        for (unsigned char byte : out) back = back * 254 + byte - 2;
+        EXPECT_EQ(bytes.size(), writer.count()) << value;
+        EXPECT_EQ(value, back + 2);
+        EXPECT_EQ(bytes.substr(0, 1), out.substr(0, 1)) << value;
+    }
+}
+
+TEST_F(functions, failures_have_numbers) {
+    const vel_wchar w[] = {'a', 0}, odd[] = {0x123456, 0};
+    char out[8];
+    EXPECT_RESULT(0, VEL_EFAULT, locale, vel_full_wcscoll(locale, w, nullptr));
+    EXPECT_RESULT(0, VEL_EMIXEDLEN, locale, tuk_vel_full_wcscoll(locale, w, -1, w, 1));
+    EXPECT_RESULT(0, VEL_EMIXEDLEN, locale, tuk_vel_im_mbfscoll(locale, "a", 1, "b", -1));
+    EXPECT_RESULT(0, VEL_EFAULT, locale, vel_im_mbscoll(locale, nullptr, "b"));
+    EXPECT_RESULT(0, VEL_EILSEQ, locale, tuk_vel_im_mbfscoll(locale, "a", -2, "b", 1));
+    EXPECT_RESULT(0, VEL_EMIXEDLEN, locale, tuk_vel_is_mbfscoll_back(locale, "a", 1, "b", -1));
+    EXPECT_RESULT(0, VEL_EMIXEDLEN, locale, tuk_vel_mbscmp(locale, "a", 1, "b", -1));
+    EXPECT_RESULT(0, VEL_EMIXEDLEN, thai, tuk_vel_thaismoncoll(thai, "a", 1, "b", -1));
+    EXPECT_RESULT(0, VEL_EILSEQ, thai, vel_full_wcscoll(thai, w, odd));
+    EXPECT_RESULT(-1, VEL_EFAULT, locale, vel_wcsxfrm(locale, nullptr, w, 1));
+    EXPECT_RESULT(-1, VEL_EFAULT, locale, vel_iscompchar(locale, nullptr));
+    EXPECT_RESULT(-1, VEL_EBADLEN, locale, vel_nextprimweight(locale, "a", 0, out));
+    EXPECT_RESULT(-1, VEL_EBADLEN, locale, vel_prevprimweight(locale, "c", 1, out));
+    EXPECT_EQ(0, vel_im_mbscoll(nullptr, "a", "b"));
+    EXPECT_EQ(-1, vel_getpassdirection(nullptr, 1));
+    EXPECT_EQ(1, vel_getpassdirection(locale, 2));
+    EXPECT_EQ(2, vel_getpassdirection(locale, 3));
+    EXPECT_RESULT(-1, VEL_ENOPRINT, locale, vel_getpassdirection(locale, 0));
+    EXPECT_RESULT(-1, VEL_ENOPRINT, locale, vel_getpassdirection(locale, 4));
+    EXPECT_RESULT(-1, VEL_EBADMODE, thai, vel_getpassdirection(thai, 1));
+    locale->collate.passes[0].direction = 3;
+    EXPECT_RESULT(-1, VEL_ENOTFOUND, locale, vel_getpassdirection(locale, 1));
+}
+
+// Wherever the invalid bytes are, and whatever the strings have in common.
+TEST(collating_utf8, invalid_text_is_refused) {
+    made_collation made(make_utf8_base, {'a'}, true);
+    made.passes = {{3, 2}};
+    vel_locale *locale = made.finish();
+    const std::string bad[] = {"\x80",
+                               "\xC3",
+                               "\xC0\x80",
+                               "\xE2\x82",
+                               "\xE0\x80\x80",
+                               "\xED\xA0\x80",
+                               "\xF0\x80\x80\x80",
+                               "\xF4\x90\x80\x80",
+                               "\xC3\xA9\xA9",
+                               "\xE2\x82\x28",
+                               "\xFF"};
+    const std::string good[] = {
+        "", "x", "\xC3\xA9", "\xE2\x82\xAC", "\xF0\x9F\x98\x80", "\xED\x9F\xBF"};
+    const std::string other = "b";
+    for (size_t before : {0, 1, 3, 14, 15, 16, 31, 63, 64, 130}) {
+        for (const std::string &tail : {std::string(), std::string("z"), std::string(70, 'z')}) {
+            const std::string start(before, 'a');
+            const auto compare = [&](const std::string &x, const std::string &y) {
+                locale->error = 0;
+                vel_im_mbscoll(locale, x.c_str(), y.c_str());
+                const int32_t error = locale->error;
+                // Without a terminator behind, and where no more can be read.
+                const std::vector<char> p(x.begin(), x.end()), q(y.begin(), y.end());
+                locale->error = 0;
+                tuk_vel_im_mbfscoll(locale, p.empty() ? "" : p.data(),
+                                    static_cast<int32_t>(p.size()), q.empty() ? "" : q.data(),
+                                    static_cast<int32_t>(q.size()));
+                EXPECT_EQ(error, locale->error);
+                return error;
+            };
+            for (const std::string &b : bad) {
+                const std::string text = start + b + tail;
+                for (const std::string &y :
+                     {other, start, start + good[2], text, start + "\xC3\xA8"}) {
+                    ASSERT_EQ(VEL_EILSEQ, compare(text, y)) << before << b;
+                    ASSERT_EQ(VEL_EILSEQ, compare(y, text)) << before << b;
+                }
+                char out[9];
+                EXPECT_RESULT(-1, VEL_EILSEQ, locale,
+                              vel_full_mbsxfrm(locale, out, text.c_str(), 9));
+            }
+            for (const std::string &g : good) ASSERT_EQ(0, compare(start + g + tail, start + tail));
+        }
+    }
+}
+
+TEST_F(functions, memory_is_taken_only_for_long_strings) {
+    const std::string text(126, 'b'), longer(400, 'b');
+    char out[10];
+    test_host host;
+    host.fail_allocation(1);
+    EXPECT_RESULT(-1, 0, locale, vel_im_mbscoll(locale, (text + "-").c_str(), text.c_str()));
+    EXPECT_FALSE(host.failed);
+    EXPECT_RESULT(0, VEL_ENOMEM, locale,
+                  vel_im_mbscoll(locale, ("-" + longer).c_str(), longer.c_str()));
+    host.fail_allocation(1);
+    EXPECT_RESULT(-1, VEL_ENOMEM, locale, vel_full_mbsxfrm(locale, out, longer.c_str(), 10));
+    host.fail_allocation(1);
+    EXPECT_RESULT(-1, VEL_ENOMEM, locale, vel_iscompchar(locale, longer.c_str()));
+    EXPECT_TRUE(host.blocks.empty());
+}
+
+TEST_F(functions, orders_by_value) {
+    const vel_wchar ab[] = {'a', 'b', 0}, abcd[] = {'a', 'b', 'c', 'd', 0},
+                    high[] = {0xF0000000, 0};
+    EXPECT_EQ(1, tuk_vel_wcfscmp(abcd, 2, ab, 1));
+    EXPECT_EQ(2, tuk_vel_wcfscmp(abcd, 3, ab, 1));
+    EXPECT_EQ(-2, tuk_vel_wcfscmp(ab, -1, abcd, -1));
+    EXPECT_EQ(-1, tuk_vel_wcfscmp(ab, 2, high, 1));
+    EXPECT_EQ(-1, vel_wcscmp(ab, abcd));
+    EXPECT_EQ(1, vel_wcscmp(high, ab));
+    EXPECT_EQ(-'c', vel_wcsncmp(ab, abcd, 3));
+    EXPECT_EQ(0, vel_wcsncmp(ab, abcd, 2));
+    EXPECT_EQ(0, vel_wcsncmp(ab, high, 0));
+    EXPECT_EQ(static_cast<int32_t>(0xF0000000 - 'a'), vel_wcsncmp(high, ab, 1));
+
+    // A and 8EB1 have more bytes than z; ordering by bytes has 8EB1 below A4A2 below z.
+    EXPECT_EQ(-1, vel_full_mbscmp(euc, "z", "\xA4\xA2"));
+    EXPECT_EQ(-1, vel_full_mbscmp(euc, "\xA4\xA2", "\x8F\xB0\xA1"));
+    EXPECT_EQ(1, vel_full_mbscmp(euc, "az", "a"));
+    EXPECT_RESULT(0, VEL_EILSEQ, euc, vel_full_mbscmp(euc, "a\xA4", "ab"));
+    EXPECT_EQ(1, vel_full_mbsncmp(euc, "a\xA4\xA2", "a\x8F\xB0\xA1", 2));
+    EXPECT_EQ(0, vel_full_mbsncmp(euc, "a\xA4\xA2z", "a\xA4\xA2", 2));
+    EXPECT_EQ(1, vel_full_mbsncmp(euc, "a\xA4\xA2z", "a\xA4\xA2", 9));
+    EXPECT_RESULT(0, VEL_EILSEQ, euc, vel_full_mbsncmp(euc, "a\xA4", "ab", 2));
+    EXPECT_EQ(2, tuk_vel_mbscmp(euc, "abc", 3, "a", 1));
+    EXPECT_EQ(-1, tuk_vel_mbscmp(euc, "a\x7F", -1, "a\xA4\xA2", -1));
+
+    // A locale without a collation.
+    euc->collate.code_order = 1;
+    EXPECT_EQ(-1, vel_im_mbscoll(euc, "z", "\xA4\xA2"));
+    EXPECT_EQ(2, vel_im_mbscoll(euc, "z\xA4\xA2w", "z"));
+    EXPECT_EQ(-1, vel_full_wcscoll(euc, ab, abcd));
+    char key[8] = "......";
+    EXPECT_EQ(4, vel_full_mbsxfrm(euc, key, "z\xA4\xA2w", 3));
+    EXPECT_EQ(std::string("z\xA4\xA2..."), key);
+}
+
+TEST_F(functions, thai_has_its_own_order) {
+    struct row {
+        const char *a, *b;
+        int sign;
+    };
+    const row rows[] = {
+        {"\xA1", "\xA2", -1},                // consonants
+        {"\xA1", "\xA1  ", 0},               // trailing spaces
+        {"\xA1\xE8", "\xA1  ", 1},           // a mark
+        {"\xA1\xE8\xA2", "\xA1\xE9\xA1", 1}, // marks after all else
+        {"\xA1\xE8\xA2", "\xA1\xE9\xA2", -1},
+        {"\xE0\xA1", "\xA1", 1}, // a leading vowel after its consonant
+        {"\xE0\xA1", "\xA2", -1},
+        {"\xE0\xA2", "\xE4\xA1", 1},
+        {"\xE0\xA1", "\xE4\xA1", -1},
+        {"\xA1 \xA1", "\xA1", 1},
+        {"", "", 0},
+    };
+    for (const auto &[a, b, expected] : rows) {
+        EXPECT_EQ(expected, sign(vel_thaismocoll(thai, a, b))) << a << b;
+        EXPECT_EQ(-expected, vel_im_mbscoll(thai, b, a)) << a << b;
+        vel_wchar x[8] = {}, y[8] = {};
+        vel_is_mbstowcs(thai, x, a, 8);
+        vel_is_mbstowcs(thai, y, b, 8);
+        EXPECT_EQ(expected, vel_full_wcscoll(thai, x, y));
+    }
+    const std::pair<std::string, std::string> keys[] = {
+        {"\xA1\xA2", "\xA1\xA2"},           {"\xE0\xA1\xA2", "\xA1\xE0\xA2"},
+        {"\xE0\xE4\xA1", "\xE4\xE0\xA1"},   {"\xA1\xE8\xA2\xEE", "\xA1\xA2\2\x8F\3\x95"},
+        {"\xE0\xA1\xE7", "\xA1\xE0\3\x8E"}, {"\xE0\xE4\xE7\xA1\xE0", "\xE4\xE0\xA1\xE0\4\x8E"},
+    };
+    for (const auto &[text, key] : keys) {
+        char out[20] = "..............";
+        EXPECT_EQ(key.size(), vel_full_mbsxfrm(thai, out, text.c_str(), 20));
+        EXPECT_EQ(key, out);
+        EXPECT_EQ(key.size(), vel_thaismoxfrm(thai, nullptr, text.c_str(), 20));
+    }
+    std::string out(400, '.');
+    const std::string text(300, '\xA1'), marks(300, '\xE8');
+    EXPECT_EQ(300, vel_thaismoxfrm(thai, out.data(), text.c_str(), 400));
+    EXPECT_EQ(text.substr(0, 256) + std::string(144, '.'), out);
+    EXPECT_EQ(900, vel_thaismoxfrm(thai, out.data(), (text + marks).c_str(), 0));
+    for (auto [string, expected] : {std::pair{"\xA1", 2},
+                                    {"\xE0", 3},
+                                    {"\xE7", 3},
+                                    {"a", 1},
+                                    {"\xE0\xA1", 2},
+                                    {"\xA1\xE8", 3},
+                                    {"\xA1z", 1},
+                                    {"", 1}}) {
+        EXPECT_EQ(expected, vel_iscompchar(thai, string)) << string;
+    }
+    char next[8];
+    EXPECT_EQ(1, vel_nextprimweight(thai, "\xA1", 1, next));
+    EXPECT_STREQ("\xE0\xA1", next);
+    EXPECT_EQ(1, vel_prevprimweight(thai, "\xA2", 1, next));
+    EXPECT_STREQ("\xE4\xA1", next);
+}
+
+// Stepping, against a search through all that there is by the keys of a collation of one pass.
+class stepping {
+public:
+    stepping(made_collation &made, bool ahead) : made_(made), ahead_(ahead) {
+        for (const wide &expansion : made.expansions) {
+            std::string key;
+            for (vel_wchar value : expansion) key += key_of({value});
+            excluded_.push_back(key);
+        }
+    }
+    // The neighbour, or "none".
+    std::string operator()(const wide &string, bool prefix) {
+        from_ = key_of(string);
+        found_ = false;
+        const auto offer_elements = [&] {
+            for (const auto &element : made_.elements) {
+                const wide &values = element.values;
+                const size_t n = prefix ? string.size() : 0;
+                if (n <= values.size() &&
+                    std::equal(values.begin(), values.begin() + static_cast<ptrdiff_t>(n),
+                               string.begin()))
+                    offer(values);
+            }
+        };
+        if (prefix) offer_elements();
+        for (vel_wchar value = 0; value < 256; ++value) {
+            const wide text = value ? wide{value} : wide{};
+            if (std::ranges::find(excluded_, key_of(text)) == excluded_.end()) offer(text);
+        }
+        if (!prefix) offer_elements();
+        if (!found_) return "none";
+        return std::string(best_.begin(), best_.end());
+    }
+
+private:
+    std::string key_of(wide text) {
+        text.push_back(0);
+        char key[200];
+        vel_wcsxfrm(made_.get(), key, text.data(), sizeof key);
+        return key;
+    }
+    void offer(const wide &text) {
+        const std::string key = key_of(text);
+        if (ahead_ ? key <= from_ : key >= from_) return;
+        if (found_ && (ahead_ ? key >= key_of(best_) : key <= key_of(best_))) return;
+        best_ = text;
+        found_ = true;
+    }
+
+    made_collation &made_;
+    bool ahead_, found_ = false;
+    std::string from_;
+    wide best_;
+    std::vector<std::string> excluded_;
+};
+
+TEST_F(functions, stepping_finds_the_nearest) {
+    std::mt19937 random(7);
+    const auto letter = [&] { return letters[random() % letters.size()]; };
+    int found = 0, none = 0;
+    for (int table = 0; table < 30; ++table) {
+        made.directions = {table % 4 == 0 ? 2 : 1};
+        made.passes.assign(1, {2});
+        made.elements.clear();
+        made.expansions = {{'a', 'b'}, {'c'}};
+        for (int i = 1; i < 10; ++i)
+            made.passes[0].push_back(static_cast<uint16_t>(1 + random() % 9));
+        for (int i : {4, 5, 6}) {
+            if (random() % 2) made.passes[0][static_cast<size_t>(i)] = 0x4000 | random() % 2;
+        }
+        if (table % 3 == 0) made.passes[0][0] = 0x800B; // all other characters by their values
+        for (int i = 0; i < 4; ++i)
+            made.elements.push_back({{letter(), letter(), letter()}, 7 + i % 3});
+        made.max_weight = 20;
+        made.finish();
+        for (int i = 0; i < 20; ++i) {
+            wide text(1 + random() % 2);
+            for (vel_wchar &value : text) value = letter();
+            const std::string bytes(text.begin(), text.end());
+            const bool prefix = vel_iscompchar(locale, bytes.c_str()) == 3;
+            for (bool ahead : {true, false}) {
+                const std::string expected = stepping(made, ahead)(text, prefix);
+                char out[16] = "none";
+                auto step = ahead ? vel_nextprimweight : vel_prevprimweight;
+                const int32_t result = step(locale, bytes.c_str(), !prefix, out);
+                ASSERT_EQ(expected, out) << table << bytes << ahead;
+                ASSERT_EQ(expected == "none" ? -2 : !expected.empty(), result);
+                ++(expected == "none" ? none : found);
+            }
+        }
+    }
+    EXPECT_GT(found, 200);
+    EXPECT_GT(none, 20);
+}
+
+TEST_F(functions, composite_characters_are_found) {
+    made.elements = {{{'c'}, 7}, {{'c', 'h', 'a'}, 7}, {{'c', 'h'}, 7}};
+    made.finish();
+    for (auto [string, expected] :
+         {std::pair{"c", 3}, {"ch", 3}, {"cha", 2}, {"chab", 1}, {"", 1}}) {
+        EXPECT_EQ(expected, vel_iscompchar(locale, string)) << string;
+    }
+    made.elements = {{{'c', 'h'}, 7}, {{'c', 'h', 'a'}, 7}};
+    made.finish();
+    EXPECT_EQ(2, vel_iscompchar(locale, "ch"));
+}
+
+} // namespace
