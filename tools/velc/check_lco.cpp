@@ -1,6 +1,10 @@
 #include "velc/check.h"
 
 #include <algorithm>
+#include <set>
+#include <unordered_map>
+
+#include <fmt/ranges.h>
 
 #include "velc/codesets.h"
 #include "velc/lco_file.h"
@@ -57,7 +61,7 @@ public:
         check_codeset();
         check_classes();
         check_cases();
-        if (!file_.collate.thai && !file_.collate.code_order) check_collate();
+        if (!file_.collate.thai) file_.collate.code_order ? check_code_order() : check_collate();
         for (const lco_item &item : file_.items) check_item(item);
         check_months();
     }
@@ -129,14 +133,18 @@ private:
         for_each_character(*c.table, [&](const byte_sequence &, const unsigned char *value) {
             check_index(value16(value));
         });
-        for (const lco_element &element : c.elements) {
-            check_index(element.index);
-            check_values("LC_COLLATE: elements", keys, element.values);
-        }
+        check_elements(keys);
         for (const auto &expansion : c.expansions)
             check_values("LC_COLLATE: expansions", keys, expansion);
+        const auto indexes = indexes_of_expansions();
         for (const lco_pass &pass : c.passes)
-            for (std::uint16_t weight : pass.weights) check_weight(weight);
+            for (std::uint16_t weight : pass.weights) check_weight(weight, pass, indexes);
+    }
+    // Order by value needs no tables.
+    void check_code_order() const {
+        const lco_collation &c = file_.collate;
+        if (c.index_count != 0 || !c.passes.empty() || !c.elements.empty() || !c.expansions.empty())
+            fail("LC_COLLATE", "tables besides order by value", "one of them");
     }
     void check_index(std::uint16_t index) const {
         if (index >= file_.collate.index_count)
@@ -149,17 +157,50 @@ private:
             if (!keys.contains_value(value))
                 fail(place, fmt::format("{:x}", value), "a character of the index table");
     }
-    void check_weight(std::uint16_t weight) const {
+    // The first element that matches a text is taken, so that none may stand behind its own
+    // beginning.
+    void check_elements(const character_set &keys) const {
+        std::set<std::vector<std::uint32_t>> before;
+        for (const lco_element &element : file_.collate.elements) {
+            check_index(element.index);
+            check_values("LC_COLLATE: elements", keys, element.values);
+            for (std::vector<std::uint32_t> part = element.values; !part.empty(); part.pop_back())
+                if (before.contains(part))
+                    fail("LC_COLLATE: elements",
+                         fmt::format("{:x} behind {:x}", fmt::join(element.values, " "),
+                                     fmt::join(part, " ")),
+                         "the longer one first");
+            before.insert(element.values);
+        }
+    }
+    // The collation index of every value that an expansion consists of.
+    std::unordered_map<std::uint32_t, std::uint16_t> indexes_of_expansions() const {
+        std::unordered_map<std::uint32_t, std::uint16_t> indexes;
+        for (const auto &expansion : file_.collate.expansions)
+            for (std::uint32_t value : expansion) indexes.emplace(value, 0);
+        for_each_character(*file_.collate.table, [&](const byte_sequence &bytes, const auto *v) {
+            const auto wanted = indexes.find(bytes.value);
+            if (wanted != indexes.end()) wanted->second = value16(v);
+        });
+        return indexes;
+    }
+    void check_weight(std::uint16_t weight, const lco_pass &pass,
+                      const std::unordered_map<std::uint32_t, std::uint16_t> &indexes) const {
         const int value = weight & 0x3FFF;
         const lco_collation &c = file_.collate;
-        if (weight & 0x4000) {
-            if (value >= static_cast<int>(c.expansions.size()))
-                fail("LC_COLLATE: weights", fmt::format("expansion {}", value),
-                     fmt::format("below {}", c.expansions.size()));
-        } else if (value < 1 || value > c.max_weight) {
-            fail("LC_COLLATE: weights", std::to_string(value),
-                 fmt::format("1 to {}", c.max_weight));
+        if (!(weight & 0x4000)) {
+            if (value < 1 || value > c.max_weight)
+                fail("LC_COLLATE: weights", std::to_string(value),
+                     fmt::format("1 to {}", c.max_weight));
+            return;
         }
+        if (value >= static_cast<int>(c.expansions.size()))
+            fail("LC_COLLATE: weights", fmt::format("expansion {}", value),
+                 fmt::format("below {}", c.expansions.size()));
+        for (std::uint32_t part : c.expansions[static_cast<std::size_t>(value)])
+            if (pass.weights[indexes.at(part)] & 0x4000)
+                fail("LC_COLLATE: expansions", fmt::format("{:x}, which expands again", part),
+                     "characters with weights of their own");
     }
 
     void check_item(const lco_item &item) const {

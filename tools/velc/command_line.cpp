@@ -109,6 +109,21 @@ private:
         command->add_flag("--strict", compile_.strict,
                           "Fail when a text has a character that the code set cannot write and "
                           "for which the locale knows no substitution");
+        command
+            ->add_option_function<std::string>(
+                "--undefined",
+                [this](const std::string &where) {
+                    compile_.collate.undefined =
+                        where == "host" ? undefined_order::as_lowest : undefined_order::behind_all;
+                },
+                "Where characters without a place in the order go: last, by value; or to the "
+                "lowest one, as in the host's C library")
+            ->check(CLI::IsMember({"last", "host"}))
+            ->type_name("");
+        command->add_flag("--tie", compile_.collate.tie,
+                          "A last pass by value: different strings are never equal");
+        command->add_flag("--thai", compile_.collate.thai,
+                          "Order by the Thai algorithm instead of tables");
         add_output(*command, compile_.output);
         add_common(*command, compile_);
     }

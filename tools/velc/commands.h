@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "velc/collate_section.h"
+
 namespace velc {
 
 enum : int { exit_success = 0, exit_failure = 1, exit_usage = 2 };
@@ -23,6 +25,7 @@ struct compile_options : common_options {
     std::string overlay; // name in the recipe, or its path; empty: none
     std::string output;
     bool strict = false; // a character that cannot be written at all is an error
+    collate_options collate;
 };
 
 struct pack_command_options : common_options {

@@ -49,6 +49,8 @@ void print_losses(const locale_object &object, const compile_options &options) {
         fmt::print(stderr, "velc: {}: warning: {}\n", options.source, to_string(one));
     for (const std::string &name : object.dropped_classes)
         fmt::print(stderr, "velc: {}: warning: class {} has no bit left\n", options.source, name);
+    for (const std::string &text : object.collate_warnings)
+        fmt::print(stderr, "velc: {}: warning: LC_COLLATE: {}\n", options.source, text);
 }
 
 std::string megabytes(std::uintmax_t bytes) {
@@ -86,7 +88,7 @@ int compile_locale(const compile_options &options) {
     const codeset &target = codesets.named(options.charmap);
     const locale_object made =
         locale_writer(sources, codesets)
-            .write(source.name, target.charmap, target.number(), overlay.get());
+            .write(source.name, target.charmap, target.number(), {overlay.get(), options.collate});
     print_warnings(sources.locale(source.name)->warnings, options);
     print_warnings(made.overlay_warnings, options);
     print_losses(made, options);
@@ -121,6 +123,8 @@ int pack(const pack_command_options &options) {
                    "characters, {} with lost ones\n",
                    options.root, made.locales, made.charmaps, megabytes(made.bytes),
                    made.substituted, made.lossy);
+    if (!options.quiet)
+        for (const std::string &text : made.warnings) fmt::print(stderr, "velc: {}\n", text);
     for (const std::string &error : made.errors) fmt::print(stderr, "velc: {}\n", error);
     return made.errors.empty() ? exit_success : exit_failure;
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "velc/collate_section.h"
 #include "velc/number_sections.h"
 #include "velc/object_text.h"
 #include "velc/source/time_overlay.h"
@@ -67,36 +66,29 @@ std::string content_key(const ctype &from) {
 
 } // namespace
 
-const ctype_section &locale_writer::ctype_of(const ctype &from,
-                                             const std::shared_ptr<const charmap> &codeset) {
-    std::string key = content_key(from);
-    kept_section *kept = nullptr;
-    {
-        std::lock_guard lock(mutex_);
-        auto &slot = kept_[{std::move(key), codeset}];
-        if (!slot) slot = std::make_unique<kept_section>();
-        kept = slot.get();
-    }
-    std::call_once(kept->made, [&] { kept->section = write_ctype(from, *codeset); });
-    return kept->section;
-}
-
 locale_object locale_writer::write(std::string_view source, std::string_view charmap_name,
-                                   std::uint16_t number, const overlay_source *overlay) {
+                                   std::uint16_t number, const locale_variant &variant) {
     const codeset &known = codesets_.at(charmap_name);
     const auto codeset = sources_.charmap(charmap_name);
     if (codeset->by_bytes().empty())
         throw tool_error("{}: found no characters, expected some", codeset->file());
     const auto locale = sources_.locale(source);
-    const overlaid_time time = time_of(*locale, overlay);
+    const overlaid_time time = time_of(*locale, variant.overlay);
     const auto substitutes = sources_.translit(source);
     text_encoder encoder(*codeset, substitutes.get());
 
     const std::string name = codesets_.header_name(known, number);
-    const ctype_section &classes = ctype_of(or_empty(locale->ctype), codeset);
+    const ctype &written = or_empty(locale->ctype);
+    const ctype_section &classes =
+        ctypes_.get(content_key(written), codeset, [&] { return write_ctype(written, *codeset); });
+    const collation *order = locale->collate.get();
+    const collate_section &collation =
+        collations_.get(collate_key(order, variant.collate), codeset, [&] {
+            return write_collate(order, *codeset, sources_.symbols(), variant.collate);
+        });
     std::string body = name + "\n";
     append_section(body, "LC_CTYPE", classes.text);
-    append_section(body, "LC_COLLATE", write_collate(locale->collate.get(), *codeset));
+    append_section(body, "LC_COLLATE", collation.text);
     append_section(body, "LC_NUMERIC", write_numeric(or_empty(locale->numeric), encoder));
     append_section(body, "LC_MONETARY", write_monetary(or_empty(locale->monetary), encoder));
     append_section(body, "LC_TIME", write_time(time.time, encoder));
@@ -105,11 +97,11 @@ locale_object locale_writer::write(std::string_view source, std::string_view cha
     object_header header{"locale_object", locale_object_version, {}};
     header.lines = {fmt::format("CODESET={}", name), fmt::format("CODESET_NUMBER={}", number),
                     fmt::format("CHARMAP={}", charmap_name), fmt::format("SOURCE={}", source)};
-    if (overlay) header.lines.push_back("OVERLAY=" + overlay->name);
+    if (variant.overlay) header.lines.push_back("OVERLAY=" + variant.overlay->name);
     if (locale->ident)
         header.lines.push_back("SOURCE_REVISION=" + header_value(locale->ident->revision));
     return {with_header(header, body), encoder.substitutions(), classes.dropped_classes,
-            time.warnings};
+            time.warnings, collation.warnings};
 }
 
 } // namespace velc

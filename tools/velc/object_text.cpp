@@ -14,6 +14,10 @@ void append_wide(std::string &text, std::uint32_t value) {
     for (int shift = 28; shift >= 0; shift -= 4) text += digits[value >> shift & 15];
 }
 
+void append_hex16(std::string &text, std::uint16_t value) {
+    for (int shift = 12; shift >= 0; shift -= 4) text += digits[value >> shift & 15];
+}
+
 void append_string(std::string &text, std::string_view bytes) {
     text += std::to_string(bytes.size());
     if (!bytes.empty()) text += ' ';

@@ -11,6 +11,8 @@ namespace velc {
 
 // Eight hexadecimal digits.
 void append_wide(std::string &text, std::uint32_t value);
+// Four hexadecimal digits.
+void append_hex16(std::string &text, std::uint16_t value);
 // Its length in decimal, and when that is not 0 a blank and two hexadecimal digits for each byte.
 void append_string(std::string &text, std::string_view bytes);
 // Count and sizes.

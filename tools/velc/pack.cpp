@@ -20,6 +20,7 @@ struct outcome {
     std::uintmax_t bytes = 0;
     std::vector<substitution> substitutions;
     std::vector<std::string> dropped_classes;
+    std::vector<std::string> collate_warnings;
     std::string error;
 };
 
@@ -80,10 +81,12 @@ private:
             return write_charmap(*sources_.charmap(item.charmap),
                                  codesets_.header_name(codesets_.at(item.charmap), item.number),
                                  item.number);
-        locale_object object =
-            locales_.write(item.source, item.charmap, item.number, item.overlay.get());
+        locale_variant variant{item.overlay.get(), {}};
+        variant.collate.thai = item.thai;
+        locale_object object = locales_.write(item.source, item.charmap, item.number, variant);
         made.substitutions = std::move(object.substitutions);
         made.dropped_classes = std::move(object.dropped_classes);
+        made.collate_warnings = std::move(object.collate_warnings);
         return std::move(object.text);
     }
 
@@ -98,6 +101,8 @@ private:
             sum.notes.push_back(fmt::format("{}: {}", item.title(), to_string(one)));
         for (const std::string &name : made.dropped_classes)
             sum.notes.push_back(fmt::format("{}: class {} has no bit left", item.title(), name));
+        for (const std::string &text : made.collate_warnings)
+            sum.warnings.push_back(fmt::format("{}: warning: LC_COLLATE: {}", item.title(), text));
     }
 
     const std::vector<pack_item> &plan_;

@@ -22,6 +22,7 @@ struct pack_item {
     std::uint16_t number = 0;     // under which it is installed
     std::filesystem::path file;   // beneath the root
     overlay_pointer overlay = {}; // of a locale, often null
+    bool thai = false;            // a locale in the order of the Thai algorithm
     std::string title() const;
 };
 
@@ -44,10 +45,11 @@ struct pack_options {
 struct pack_result {
     std::size_t locales = 0, charmaps = 0;
     std::uintmax_t bytes = 0;
-    std::size_t substituted = 0;     // objects with at least one substitution
-    std::size_t lossy = 0;           // objects with a character for which nothing was known
-    std::vector<std::string> notes;  // sorted: substitutions and lost classes of each object
-    std::vector<std::string> errors; // in the order of the plan
+    std::size_t substituted = 0;       // objects with at least one substitution
+    std::size_t lossy = 0;             // objects with a character for which nothing was known
+    std::vector<std::string> notes;    // sorted: substitutions and lost classes of each object
+    std::vector<std::string> warnings; // orders that do not fit, in the order of the plan
+    std::vector<std::string> errors;   // in the order of the plan
 };
 
 pack_result make_pack(const std::vector<pack_item> &plan, const codeset_table &codesets,

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <map>
 #include <set>
-#include <span>
 
 #include "common/locale_name.h"
 #include "velc/pack.h"
@@ -11,13 +10,17 @@ namespace velc {
 
 namespace {
 
+// Among the charmaps of a locale: order by the Thai algorithm instead of tables.
+constexpr std::string_view thai_word = "thai_smo";
+
 // One line of the recipe's locales.
 struct listed_locale {
     std::string name;   // under which the object is found: "he_IL@hebr"
     std::string source; // "he_IL"
     overlay_pointer overlay;
     bool is_default = false;
-    std::span<const std::string> charmaps;
+    bool thai = false;
+    std::vector<std::string> charmaps;
 };
 
 listed_locale read_listed(const recipe &from, const recipe_line &line) {
@@ -30,7 +33,8 @@ listed_locale read_listed(const recipe &from, const recipe_line &line) {
         throw tool_error("{}: found {} words, expected a locale source and its charmaps",
                          place(from.locales, line), line.words.size());
     one.name = one.source = line.words[one.is_default ? 1 : 0];
-    one.charmaps = std::span(line.words).subspan(first);
+    one.charmaps.assign(line.words.begin() + static_cast<std::ptrdiff_t>(first), line.words.end());
+    one.thai = std::erase(one.charmaps, thai_word) > 0;
     if (!overlaid) return one;
     one.source = line.words[1].substr(0, plus);
     one.overlay = from.find_overlay(line.words[1].substr(plus + 1));
@@ -83,7 +87,7 @@ private:
                 throw tool_error("{}: found a file name of {} characters, expected at most {}",
                                  file, file.size(), tools::longest_object_name);
             add({pack_item::kind::locale, listed.source, of.charmap, number,
-                 std::filesystem::path(locale_directory) / file, listed.overlay});
+                 std::filesystem::path(locale_directory) / file, listed.overlay, listed.thai});
             if (!tools::fits_specification(*name)) break;
         }
         used_.insert(of.charmap);
@@ -125,7 +129,7 @@ void add_recipe(planner &plan, const recipe &from, const codeset_table &codesets
 
 void add_everything(planner &plan, const codeset_table &codesets, const source_library &sources) {
     for (const supported_locale &one : sources.supported())
-        plan.add({one.source, one.source, nullptr, false, {}}, codesets.at(one.charmap));
+        plan.add({one.source, one.source, nullptr, false, false, {}}, codesets.at(one.charmap));
     const std::vector<std::string> present = sources.charmap_names();
     for (const codeset &one : codesets.all())
         if (std::ranges::binary_search(present, one.charmap)) plan.use_charmap(one.charmap);

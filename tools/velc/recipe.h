@@ -46,7 +46,7 @@ using overlay_pointer = std::shared_ptr<const overlay_source>;
 struct recipe {
     recipe_file codesets; // charmap number [number...]
     recipe_file aliases;  // name charmap
-    // source charmap [charmap...], name source+overlay charmap [charmap...], and one line: default
+    // source [thai_smo] charmap..., name source+overlay charmap [charmap...], and one line: default
     // source charmap
     recipe_file locales;
     std::vector<overlay_pointer> overlays = {}; // by name
