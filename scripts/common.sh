@@ -31,5 +31,5 @@ need_packages() {
 }
 
 build_packages="g++ cmake ninja-build locales libcli11-dev libfmt-dev zlib1g-dev"
-test_packages="libgtest-dev googletest g++-multilib g++-mingw-w64-i686 binutils"
-bench_packages="libbenchmark-dev libicu-dev libunistring-dev libutf8proc-dev"
+test_packages="libgtest-dev googletest g++-multilib g++-mingw-w64-i686 binutils iso-codes"
+bench_packages="libbenchmark-dev libicu-dev libunistring-dev libutf8proc-dev wngerman hunspell-ru skkdic"
