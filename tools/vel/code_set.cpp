@@ -65,12 +65,16 @@ size_t count_byte(std::string_view text, char byte) {
 
 } // namespace
 
+size_t newline_search::find(std::string_view text, size_t from) const {
+    return find_aligned(text, unit, from);
+}
+
 code_set::code_set(vel_locale *locale)
     : locale_(locale), name_(vel_nl_langinfo(locale, VEL_ITEM_CODESET)),
       shortest_(static_cast<size_t>(std::max(vel_mb_loc_min(locale), 1))),
       longest_(static_cast<size_t>(std::max(vel_mb_loc_max(locale), 1))),
-      utf8_(codeset_number(name_) == VEL_CS_UTF8), ascii_(means_ascii(locale)),
-      newline_(newline_of(locale, shortest_)) {
+      utf8_(codeset_number(name_) == VEL_CS_UTF8),
+      ascii_(means_ascii(locale)), newline_{newline_of(locale, shortest_)} {
     if (longest_ > 1) return;
     for (size_t b = 0; b < holes_.size(); ++b) {
         holes_[b] = vel_im_iswctype(locale_, static_cast<vel_wchar>(b), all_classes) == 0;
@@ -108,12 +112,13 @@ char code_set::ascii(std::string_view character) const {
 }
 
 size_t code_set::newlines(std::string_view text) const {
-    if (newline_.size() == 1) {
-        return count_byte(text, newline_[0]);
+    const std::string &unit = newline_.unit;
+    if (unit.size() == 1) {
+        return count_byte(text, unit[0]);
     }
     size_t count = 0;
-    for (size_t at = find_aligned(text, newline_, 0); at != npos;
-         at = find_aligned(text, newline_, at + newline_.size())) {
+    for (size_t at = newline_.find(text, 0); at != npos;
+         at = newline_.find(text, at + unit.size())) {
         ++count;
     }
     return count;

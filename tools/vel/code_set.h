@@ -9,6 +9,15 @@
 
 namespace vel_tool {
 
+// Where the newlines of a code set stand.
+struct newline_search {
+    std::string unit;
+
+    // The place, at a multiple of the unit's length, of the first one from `from` on, or npos. Text
+    // must begin with a whole character.
+    size_t find(std::string_view text, size_t from) const;
+};
+
 class code_set {
 public:
     explicit code_set(vel_locale *locale);
@@ -37,7 +46,8 @@ public:
     // The ASCII form of one character, 0 when it has none or is no letter, digit or common sign.
     char ascii(std::string_view character) const;
 
-    const std::string &newline() const { return newline_; }
+    const std::string &newline() const { return newline_.unit; }
+    const newline_search &newline_places() const { return newline_; }
     // The number of newlines. Text must begin with a whole character.
     size_t newlines(std::string_view text) const;
 
@@ -53,7 +63,7 @@ private:
     bool ascii_;
     bool has_holes_ = false;
     std::array<bool, 256> holes_{};
-    std::string newline_;
+    newline_search newline_;
 };
 
 } // namespace vel_tool

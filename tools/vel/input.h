@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vel_tool {
@@ -10,6 +11,8 @@ class input {
 public:
     // "-" is standard input.
     explicit input(const std::string &path);
+    // Takes over a descriptor that is open for reading.
+    input(int descriptor, std::string name) : name_(std::move(name)), descriptor_(descriptor) {}
     input(const input &) = delete;
     input &operator=(const input &) = delete;
     ~input();

@@ -7,9 +7,16 @@
 namespace vel_tool {
 
 void invalid_report::add(std::string_view text, uint64_t offset) {
-    if (count_++ >= most_) return;
-    run_.warn(fmt::format("{}: byte {}: {} is no character of {}", file_, offset, hex_bytes(text),
-                          codeset_));
+    if (count_++ < most_) tell(fmt::format("byte {}", offset), text);
+}
+
+void invalid_report::add(std::string_view text, uint64_t offset, uint64_t line) {
+    if (count_++ < most_) tell(fmt::format("line {}, byte {}", line, offset), text);
+}
+
+void invalid_report::tell(const std::string &place, std::string_view text) {
+    run_.warn(
+        fmt::format("{}: {}: {} is no character of {}", file_, place, hex_bytes(text), codeset_));
 }
 
 void invalid_report::finish() const {

@@ -16,11 +16,15 @@ public:
         : run_(run), file_(std::move(file)), codeset_(std::move(codeset)), most_(most) {}
 
     void add(std::string_view text, uint64_t offset);
+    // The same in a line, counted from 1; the offset is that in the file.
+    void add(std::string_view text, uint64_t offset, uint64_t line);
     // Tells how many were not reported one by one.
     void finish() const;
     uint64_t count() const { return count_; }
 
 private:
+    void tell(const std::string &place, std::string_view text);
+
     const invocation &run_;
     std::string file_;
     std::string codeset_;
