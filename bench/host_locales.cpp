@@ -49,9 +49,9 @@ locale_t host_locale(const std::string &name, code_set set) {
     return locale;
 }
 
-locale_t host_locale_for(const sample &in) {
+locale_t host_locale_for(language spoken, code_set set) {
     constexpr const char *names[] = {"en_US", "de_DE", "ru_RU", "ja_JP", "en_US"};
-    return host_locale(names[static_cast<int>(in.spoken)], in.set);
+    return host_locale(names[static_cast<int>(spoken)], set);
 }
 
 } // namespace bench

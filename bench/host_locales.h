@@ -19,8 +19,11 @@ std::string host_locale_name(const std::string &name, code_set set);
 
 // Such a locale, compiled if need be and kept for the rest of the run.
 locale_t host_locale(const std::string &name, code_set set);
-// The one for a text.
-locale_t host_locale_for(const sample &in);
+// The one for texts of a language.
+locale_t host_locale_for(language spoken, code_set set);
+inline locale_t host_locale_for(const sample &in) {
+    return host_locale_for(in.spoken, in.set);
+}
 
 // Makes a locale the one of this thread, as the functions want that take no locale. None: nothing
 // changes.

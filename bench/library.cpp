@@ -14,6 +14,7 @@ const std::vector<library> &libraries() {
 #ifdef BENCH_WITH_UTF8PROC
         utf8proc(),
 #endif
+        bytes(),
     };
     return all;
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "sample.h"
+#include "word_list.h"
 
 #include <cstdint>
 #include <functional>
@@ -19,6 +20,15 @@ struct call {
     std::function<std::string(std::int64_t)> result;
 };
 using make_call = call(const sample_ptr &);
+
+// What a library does with a list of words. Results: a digit for each word and the next, twice; the
+// sorted words, twice.
+struct ordering {
+    call neighbours;
+    call keys;
+    call sort;
+    call sort_by_keys;
+};
 
 struct library {
     const char *name;
@@ -38,6 +48,7 @@ struct library {
     make_call *upper_wide = nullptr;
     // What upper case makes of the German sharp s, which has no single capital of old.
     std::u32string_view upper_sharp_s = U"ß";
+    ordering (*order)(const word_list_ptr &) = nullptr;
     // What a program can do once that is going to open many locales.
     void (*prepare_to_open)() = nullptr;
     // A locale such as "de_DE", with all that the library knows about it; null on failure.
@@ -56,5 +67,6 @@ library host();
 library icu();
 library unistring();
 library utf8proc();
+library bytes();
 
 } // namespace bench

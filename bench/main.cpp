@@ -19,7 +19,7 @@ constexpr effort quick = {3, 0.01, 7};
 std::vector<row> chosen_rows(const std::string &expression) {
     std::vector<row> rows;
     // Dates come behind the locales: what one of their rows has cached stays so.
-    for (auto make : {text_rows, width_rows, number_rows, locale_rows, date_rows}) {
+    for (auto make : {text_rows, width_rows, collate_rows, number_rows, locale_rows, date_rows}) {
         for (row &more : make()) rows.push_back(std::move(more));
     }
     std::regex wanted(expression);

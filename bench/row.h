@@ -47,6 +47,7 @@ double shown_value(unit shown, double work, double measured);
 std::vector<row> text_rows();
 std::vector<row> width_rows();
 std::vector<row> number_rows();
+std::vector<row> collate_rows();
 std::vector<row> locale_rows();
 std::vector<row> date_rows();
 

@@ -1,5 +1,6 @@
 #include "host_locales.h"
 #include "library.h"
+#include "ordering.h"
 #include "scratch.h"
 #include "walk.h"
 
@@ -129,6 +130,17 @@ call upper_wide(const sample_ptr &in) {
             [=](std::int64_t count) { return separated_code_points(out, count); }};
 }
 
+ordering order(const word_list_ptr &list) {
+    locale_t locale = host_locale_for(list->spoken, code_set::utf8);
+    auto texts = terminated(*list);
+    ordering made = comparing(
+        list, texts, [=](const char *a, const char *b) { return strcoll_l(a, b, locale); });
+    add_keys(made, list, texts, [=](const char *text, char *out, int room) {
+        return strxfrm_l(out, text, static_cast<std::size_t>(room), locale);
+    });
+    return made;
+}
+
 void *open(const std::string &name) {
     return newlocale(LC_ALL_MASK, host_locale_name(name, code_set::utf8).c_str(), nullptr);
 }
@@ -151,6 +163,7 @@ library host() {
             .five_classes = five_classes,
             .upper_text = upper_text,
             .upper_wide = upper_wide,
+            .order = order,
             .open = open,
             .close = close};
 }

@@ -1,5 +1,6 @@
 // ICU. Its wide form is UTF-16.
 #include "library.h"
+#include "ordering.h"
 #include "scratch.h"
 #include "walk.h"
 
@@ -31,6 +32,16 @@ utf16_ptr utf16_form(const sample &in) {
         else
             *units += static_cast<char16_t>(c);
     }
+    return units;
+}
+
+std::u16string utf16_form_of(const std::string &text) {
+    std::u16string units(text.size(), u'\0');
+    UErrorCode error = U_ZERO_ERROR;
+    int32_t count = 0;
+    u_strFromUTF8(units.data(), static_cast<int32_t>(units.size()), &count, text.data(),
+                  static_cast<int32_t>(text.size()), &error);
+    units.resize(static_cast<size_t>(count));
     return units;
 }
 
@@ -176,6 +187,30 @@ call upper_wide(const sample_ptr &in) {
             [=](int64_t count) { return separated(out, count); }};
 }
 
+// Compares UTF-8 but writes keys of UTF-16 alone, which it is given. In the strength that it has
+// unless told otherwise: three levels, and no punctuation ignored.
+ordering order(const word_list_ptr &list) {
+    constexpr const char *names[] = {"en", "de", "ru", "ja", "en"};
+    UErrorCode error = U_ZERO_ERROR;
+    std::shared_ptr<UCollator> rules(ucol_open(names[static_cast<int>(list->spoken)], &error),
+                                     ucol_close);
+    if (U_FAILURE(error)) throw std::runtime_error("ICU opens no collator");
+    std::vector<std::string_view> texts(list->words.begin(), list->words.end());
+    ordering made = comparing(list, texts, [=](std::string_view a, std::string_view b) {
+        UErrorCode failure = U_ZERO_ERROR;
+        return static_cast<int>(ucol_strcollUTF8(rules.get(), a.data(),
+                                                 static_cast<int32_t>(a.size()), b.data(),
+                                                 static_cast<int32_t>(b.size()), &failure));
+    });
+    std::vector<std::u16string> units;
+    for (const std::string &word : list->words) units.push_back(utf16_form_of(word));
+    add_keys(made, list, units, [=](const std::u16string &text, char *out, int room) {
+        return ucol_getSortKey(rules.get(), text.data(), static_cast<int32_t>(text.size()),
+                               reinterpret_cast<uint8_t *>(out), room);
+    });
+    return made;
+}
+
 // Together they know what a locale of the others knows.
 struct services {
     UCollator *order;
@@ -214,6 +249,7 @@ library icu() {
             .upper_text = upper_text,
             .upper_wide = upper_wide,
             .upper_sharp_s = U"SS",
+            .order = order,
             .open = open,
             .close = close};
 }

@@ -1,8 +1,10 @@
 #include "library.h"
+#include "ordering.h"
 #include "our_locale.h"
 #include "scratch.h"
 #include "walk.h"
 
+#include "vels/collate.h"
 #include "vels/ctype.h"
 #include "vels/locale.h"
 #include "vels/multibyte.h"
@@ -10,9 +12,13 @@
 namespace bench {
 namespace {
 
-vel_locale *locale_for(const sample &in) {
+vel_locale *locale_for(language spoken, code_set set) {
     constexpr const char *names[] = {"en_us", "de_de", "ru_ru", "ja_jp", "en_us"};
-    return our_locale(names[static_cast<int>(in.spoken)], in.set);
+    return our_locale(names[static_cast<int>(spoken)], set);
+}
+
+vel_locale *locale_for(const sample &in) {
+    return locale_for(in.spoken, in.set);
 }
 
 std::shared_ptr<std::vector<vel_wchar>> wide_form(const sample &in) {
@@ -112,6 +118,17 @@ call upper_wide(const sample_ptr &in) {
             [=](int64_t count) { return separated(out, count, in->set); }};
 }
 
+ordering order(const word_list_ptr &list) {
+    vel_locale *locale = locale_for(list->spoken, code_set::utf8);
+    auto texts = terminated(*list);
+    ordering made = comparing(
+        list, texts, [=](const char *a, const char *b) { return vel_im_mbscoll(locale, a, b); });
+    add_keys(made, list, texts, [=](const char *text, char *out, int room) {
+        return vel_full_mbsxfrm(locale, out, text, room);
+    });
+    return made;
+}
+
 void *open(const std::string &name) {
     return load_locale(name, code_set::utf8);
 }
@@ -134,6 +151,7 @@ library ours() {
             .five_classes = five_classes,
             .upper_text = upper_text,
             .upper_wide = upper_wide,
+            .order = order,
             .prepare_to_open = cache_code_set_names,
             .open = open,
             .close = close};
