@@ -140,7 +140,7 @@ private:
     static std::string convert(std::string text, const char *from, const char *to) {
         std::string made(text.size(), '\0');
         char *in = text.data(), *out = made.data();
-        size_t left = text.size(), room = made.size();
+        size_t left = text.size(), room = left;
         iconv_t converter = iconv_open(to, from);
         iconv(converter, &in, &left, &out, &room);
         iconv_close(converter);

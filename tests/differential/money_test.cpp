@@ -6,11 +6,9 @@
 namespace differential {
 namespace {
 
-constexpr known_tally known[] = {
-    {"%i", 25, 1858, "layout of international amounts"},
-    {"%!n", 4, 64, "a blank without a symbol"},
-    {"%#n", 5, 104, "room for the other sign"},
-};
+constexpr known_tally known[] = {{"%i", 25, 1858, "layout of international amounts"},
+                                 {"%!n", 4, 64, "a blank without a symbol"},
+                                 {"%#n", 5, 104, "room for the other sign"}};
 
 constexpr double amounts[] = {
     0.0,     1.0,   -1.0,   0.5,     -0.005,     0.125,       99.995,

@@ -8,11 +8,8 @@ constexpr known_tally known_written[] = {
     {"exponents from 100", 182, 4368, "three digits of exponent"},
     {"%24.4e|", 182, 4186, "three digits of exponent"},
     {"%'G", 166, 494, "only %f is grouped"},
-    {"%'.9d", 166, 1986, "digits of a precision"},
-};
-constexpr known_tally known_read[] = {
-    {"%'G", 166, 494, "only %f is grouped"},
-};
+    {"%'.9d", 166, 1986, "digits of a precision"}};
+constexpr known_tally known_read[] = {{"%'G", 166, 494, "only %f is grouped"}};
 
 constexpr int32_t integers[] = {0,        1,         -1,        9,          10,        99,
                                 -100,     999,       1000,      -1000,      9999,      12345,
@@ -72,31 +69,29 @@ TEST_F(numbers_against_host, conventions) {
         const vel_numeric_conventions &number = vel_localeconv(locale.ours())->numeric;
         const vel_monetary_conventions &money = vel_localeconv(locale.ours())->monetary;
         const lconv &host = *localeconv();
-        const std::pair<const vel_text &, const char *> texts[] = {
-            {number.decimal_point, host.decimal_point},
-            {number.thousands_sep, host.thousands_sep},
-            {money.int_curr_symbol, host.int_curr_symbol},
-            {money.currency_symbol, host.currency_symbol},
-            {money.mon_decimal_point, host.mon_decimal_point},
-            {money.mon_thousands_sep, host.mon_thousands_sep},
-            {money.positive_sign, host.positive_sign},
-            {money.negative_sign, host.negative_sign},
-        };
-        for (const auto &[ours, theirs] : texts)
+        const auto text = [&](const vel_text &ours, const char *theirs) {
             found.compare("texts", locale.name(), "", locale.from_ours(ours.bytes), theirs);
-        const std::pair<int32_t, char> numbers[] = {
-            {money.int_frac_digits, host.int_frac_digits},
-            {money.frac_digits, host.frac_digits},
-            {money.p_cs_precedes, host.p_cs_precedes},
-            {money.p_sep_by_space, host.p_sep_by_space},
-            {money.n_cs_precedes, host.n_cs_precedes},
-            {money.n_sep_by_space, host.n_sep_by_space},
-            {money.p_sign_posn, host.p_sign_posn},
-            {money.n_sign_posn, host.n_sign_posn},
         };
-        for (const auto &[ours, theirs] : numbers)
+        const auto value = [&](int32_t ours, char theirs) {
             found.compare("numbers", locale.name(), "", std::to_string(ours),
                           std::to_string(theirs));
+        };
+        text(number.decimal_point, host.decimal_point);
+        text(number.thousands_sep, host.thousands_sep);
+        text(money.int_curr_symbol, host.int_curr_symbol);
+        text(money.currency_symbol, host.currency_symbol);
+        text(money.mon_decimal_point, host.mon_decimal_point);
+        text(money.mon_thousands_sep, host.mon_thousands_sep);
+        text(money.positive_sign, host.positive_sign);
+        text(money.negative_sign, host.negative_sign);
+        value(money.int_frac_digits, host.int_frac_digits);
+        value(money.frac_digits, host.frac_digits);
+        value(money.p_cs_precedes, host.p_cs_precedes);
+        value(money.p_sep_by_space, host.p_sep_by_space);
+        value(money.n_cs_precedes, host.n_cs_precedes);
+        value(money.n_sep_by_space, host.n_sep_by_space);
+        value(money.p_sign_posn, host.p_sign_posn);
+        value(money.n_sign_posn, host.n_sign_posn);
     });
     found.settle({});
 }

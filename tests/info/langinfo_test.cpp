@@ -25,59 +25,22 @@ std::string text_of(vel_locale *locale, int32_t item) {
 }
 
 TEST(items, of_real_locales) {
-    struct row {
+    // The rest of them is held against the host's for all locales elsewhere.
+    const struct row {
         locale_case of;
         int32_t item;
         const char *text;
-    };
-    const row rows[] = {
-        {german, VEL_ITEM_D_T_FMT, "%a %d %b %Y %T"},
-        {german, VEL_ITEM_DAY_1, "Sonntag"},
-        {german, VEL_ITEM_DAY_1 + 6, "Samstag"},
-        {german, VEL_ITEM_ABDAY_1 + 6, "Sa"},
-        {german, VEL_ITEM_MON_1, "Januar"},
-        {german, VEL_ITEM_MON_1 + 11, "Dezember"},
-        {german, VEL_ITEM_ABMON_1 + 2, "M\xC3\xA4r"},
-        {german, VEL_ITEM_DECIMAL_POINT, ","},
-        {german, VEL_ITEM_THOUSANDS_SEP, "."},
-        {german, VEL_ITEM_YESSTR, "ja"},
-        {german, VEL_ITEM_NOSTR, "nein"},
-        {german, VEL_ITEM_CRNCYSTR, "+\xE2\x82\xAC"},
-        {german, VEL_ITEM_CODESET, "UTF-8"},
-        {german, VEL_ITEM_D_FMT, "%d.%m.%Y"},
-        {german, VEL_ITEM_T_FMT, "%T"},
-        {german, VEL_ITEM_T_FMT_AMPM, "%I:%M:%S %p"},
-        {german, VEL_ITEM_ERA, ""},
-        {german, VEL_ITEM_ALT_DIGITS, ""},
-        {german, VEL_ITEM_YESEXPR, "^[+1jJyY]"},
-        {german, VEL_ITEM_NOEXPR, "^[-0nN]"},
-        {german, VEL_ITEM_CALENDAR, "gregorian\n"},
-        {japanese, VEL_ITEM_AM_STR, "\xB8\xE1\xC1\xB0"},
-        {japanese, VEL_ITEM_PM_STR, "\xB8\xE1\xB8\xE5"},
-        {japanese, VEL_ITEM_CRNCYSTR, "-\xA1\xEF"},
-        {japanese, VEL_ITEM_ERA_D_FMT, "%EY%m\xB7\xEE%d\xC6\xFC"},
-        {japanese, VEL_ITEM_ERA_D_T_FMT, "%EY%m\xB7\xEE%d\xC6\xFC %H\xBB\xFE%M\xCA\xAC%S\xC9\xC3"},
-        {japanese, VEL_ITEM_ERA_T_FMT, "%H\xBB\xFE%M\xCA\xAC%S\xC9\xC3"},
-        {persian, VEL_ITEM_CRNCYSTR, "+\xD8\xB1\xDB\x8C\xD8\xA7\xD9\x84"},
-        {ebcdic, VEL_ITEM_D_FMT, "l\x94\x61l\x84\x61l\xE8"},
-        {ebcdic, VEL_ITEM_CRNCYSTR, "\x60\x5B"}, // -$
-        {ebcdic, VEL_ITEM_CODESET, "IBM037"},
-    };
+    } rows[] = {{german, VEL_ITEM_ABMON_1 + 2, "M\xC3\xA4r"},
+                {german, VEL_ITEM_CRNCYSTR, "+\xE2\x82\xAC"},
+                {german, VEL_ITEM_CALENDAR, "gregorian\n"},
+                {japanese, VEL_ITEM_ERA_D_FMT, "%EY%m\xB7\xEE%d\xC6\xFC"},
+                {ebcdic, VEL_ITEM_D_FMT, "l\x94\x61l\x84\x61l\xE8"},
+                {ebcdic, VEL_ITEM_CRNCYSTR, "\x60\x5B"}, // -$
+                {ebcdic, VEL_ITEM_CODESET, "IBM037"}};
     for (const row &r : rows) {
         const our_locale locale = open_ours(r.of);
         EXPECT_EQ(text_of(locale.get(), r.item), r.text) << r.of.name() << ", " << r.item;
     }
-}
-
-TEST(items, that_are_lists) {
-    const our_locale japan = open_ours(japanese), iran = open_ours(persian);
-    const std::string eras = text_of(japan.get(), VEL_ITEM_ERA);
-    EXPECT_EQ(eras.substr(0, 47),
-              "+:2:2020/01/01:+*:\xCE\xE1\xCF\xC2:%EC%Ey\xC7\xAF;+:1:2019/05/01:");
-    EXPECT_EQ(std::ranges::count(eras, ';') + 1, japan->time.eras.count);
-    const std::string digits = text_of(iran.get(), VEL_ITEM_ALT_DIGITS);
-    EXPECT_EQ(digits.substr(0, 10), "\xDB\xB0\xDB\xB0;\xDB\xB0\xDB\xB1;");
-    EXPECT_EQ(digits.size(), 100u * 5 - 1);
 }
 
 TEST(items, have_the_same_text_in_both_forms) {
@@ -94,6 +57,9 @@ TEST(items, have_the_same_text_in_both_forms) {
             const vel_wchar *wide = vel_wc_nl_langinfo(locale.get(), item);
             ASSERT_EQ(text == nullptr, is_null);
             ASSERT_EQ(wide == nullptr, is_null);
+            const bool is_format =
+                item == 0 || (item >= 61 && item <= 63) || (item >= 67 && item <= 69);
+            EXPECT_STREQ(vel_get_ltime_fmts(locale.get(), item), is_format ? text : "");
             if (is_null || item == VEL_ITEM_CODESET || item == VEL_ITEM_CALENDAR) continue;
             std::vector<vel_wchar> decoded(2000);
             const int32_t n = vel_im_mbstowcs(locale.get(), decoded.data(), text, 2000);
@@ -103,13 +69,12 @@ TEST(items, have_the_same_text_in_both_forms) {
         }
     }
     const our_locale locale = open_ours(german);
-    const vel_wchar gregorian[] = {'g', 'r', 'e', 'g', 'o', 'r', 'i', 'a', 'n', '\n', 0};
-    EXPECT_EQ(
-        memcmp(vel_wc_nl_langinfo(locale.get(), VEL_ITEM_CALENDAR), gregorian, sizeof gregorian),
-        0);
+    EXPECT_EQ(memcmp(vel_wc_nl_langinfo(locale.get(), VEL_ITEM_CALENDAR), U"gregorian\n", 11 * 4),
+              0);
     EXPECT_EQ(vel_wc_nl_langinfo(locale.get(), VEL_ITEM_CODESET)[4], vel_wchar{'8'});
     EXPECT_EQ(vel_nl_langinfo(nullptr, VEL_ITEM_DAY_1), nullptr);
     EXPECT_EQ(vel_localeconv(nullptr), nullptr);
+    EXPECT_STREQ(vel_get_ltime_fmts(nullptr, VEL_ITEM_D_FMT), "");
     EXPECT_STREQ(vel_localeconv(locale.get())->monetary.int_curr_symbol.bytes, "EUR ");
 }
 
@@ -126,31 +91,17 @@ TEST(items, of_a_null_locale) {
     }
 }
 
-TEST(items, that_are_formats_of_time) {
-    const our_locale locale = open_ours(japanese);
-    for (int32_t item = -1; item <= 75; ++item) {
-        const bool is_format =
-            item == 0 || (item >= 61 && item <= 63) || (item >= 67 && item <= 69);
-        const char *format = vel_get_ltime_fmts(locale.get(), item);
-        EXPECT_STREQ(format, is_format ? vel_nl_langinfo(locale.get(), item) : "") << item;
-    }
-    EXPECT_STREQ(vel_get_ltime_fmts(nullptr, VEL_ITEM_D_FMT), "");
-}
-
 TEST(formats, have_a_greatest_length) {
-    struct row {
+    const struct row {
         locale_case of;
         const char *format;
         int32_t bytes, characters, error;
-    };
-    const row rows[] = {
-        {german, "", 0, 0, 0},
-        {german, "%d.%m.%y", 8, 8, 0},
-        {german, "%A", 10, 10, 0},              // Donnerstag
-        {german, "\xE2\x82\xAC %x", 14, 12, 0}, // the date by its format, dd.mm.yyyy
-        {japanese, "%B", 4, 3, 0},              // the tenth month
-        {german, "%?", -1, -1, VEL_ETIMEFMT},
-    };
+    } rows[] = {{german, "", 0, 0, 0},
+                {german, "%d.%m.%y", 8, 8, 0},
+                {german, "%A", 10, 10, 0},              // Donnerstag
+                {german, "\xE2\x82\xAC %x", 14, 12, 0}, // the date by its format, dd.mm.yyyy
+                {japanese, "%B", 4, 3, 0},              // the tenth month
+                {german, "%?", -1, -1, VEL_ETIMEFMT}};
     for (const row &r : rows) {
         const our_locale locale = open_ours(r.of);
         SCOPED_TRACE(r.format);

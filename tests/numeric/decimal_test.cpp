@@ -21,23 +21,17 @@ constexpr uint64_t seed = 20240817;
 class doubles {
 public:
     double next() {
-        switch (random_() % 8) {
-        case 0:
-            return std::ldexp(static_cast<double>(random_() % 1000000),
-                              -static_cast<int>(below(24)));
-        case 1:
-            return static_cast<double>(random_() % 10000000) / 100;
-        case 2:
-            return static_cast<double>(random_() % 1000) * 0.5;
-        case 3:
-            return std::bit_cast<double>(random_() >> 12 >> below(52)); // subnormal
-        case 4:
-            return std::pow(10, static_cast<int>(random_() % 600) - 300);
-        case 5:
-            return static_cast<double>(random_());
-        default:
-            return any_exponent();
-        }
+        const auto up_to = [&](uint64_t limit) { return static_cast<double>(below(limit)); };
+        const double subnormal = std::bit_cast<double>(random_() >> 12 >> below(52));
+        const double kinds[] = {std::ldexp(up_to(1000000), -static_cast<int>(below(24))),
+                                up_to(10000000) / 100,
+                                up_to(1000) * 0.5,
+                                subnormal,
+                                std::pow(10, static_cast<int>(below(600)) - 300),
+                                static_cast<double>(random_()),
+                                any_exponent(),
+                                any_exponent()};
+        return kinds[below(std::size(kinds))];
     }
     uint64_t below(uint64_t limit) { return random_() % limit; }
 
@@ -146,24 +140,22 @@ TEST(decimal, rounds_by_the_last_digit_of_the_text) {
 
 TEST(decimal, reads_extreme_texts) {
     const std::string nines(3000, '9'), zeros(3000, '0');
-    const std::pair<std::string, int32_t> texts[] = {
-        {"1", INT32_MAX},
-        {"1", INT32_MIN},
-        {"0", INT32_MAX},
-        {zeros + "1", -3000},
-        {nines, -3000},
-        {nines, -2692},
-        {"1" + zeros, -3000},
-        {"1" + zeros, INT32_MIN},
-        {"1" + zeros + "1", -3001},
-        {"17976931348623157", 292},
-        {"17976931348623159", 292},
-        {"9007199254740993", 0},
-        {"4940656458412465", -339},
-        {"2", -324},
-        {"22250738585072011", -324},
-        {"22250738585072014", -324},
-    };
+    const std::pair<std::string, int32_t> texts[] = {{"1", INT32_MAX},
+                                                     {"1", INT32_MIN},
+                                                     {"0", INT32_MAX},
+                                                     {zeros + "1", -3000},
+                                                     {nines, -3000},
+                                                     {nines, -2692},
+                                                     {"1" + zeros, -3000},
+                                                     {"1" + zeros, INT32_MIN},
+                                                     {"1" + zeros + "1", -3001},
+                                                     {"17976931348623157", 292},
+                                                     {"17976931348623159", 292},
+                                                     {"9007199254740993", 0},
+                                                     {"4940656458412465", -339},
+                                                     {"2", -324},
+                                                     {"22250738585072011", -324},
+                                                     {"22250738585072014", -324}};
     for (const auto &[digits, exponent] : texts) check_nearest(digits, exponent);
     bool out_of_range = true;
     EXPECT_EQ(0.0, vel::nearest_double("", 0, 5, &out_of_range));

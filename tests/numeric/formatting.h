@@ -40,9 +40,8 @@ protected:
             unsigned char lead = static_cast<unsigned char>(text[i]);
             size_t n = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
             vel_wchar value = 0;
-            for (size_t k = 0; k < n; ++k) {
+            for (size_t k = 0; k < n; ++k)
                 value = value << 8 | static_cast<unsigned char>(text[i + k]);
-            }
             wide.push_back(n == 1 ? vel::value_of(locale, text[i]) : value);
             i += n;
         }
@@ -108,9 +107,8 @@ private:
         for (int32_t limit = -1; limit < count; ++limit) {
             wide_text small(values.size() + 8, '#');
             EXPECT_EQ(wide(locale, small.data(), limit, wide_format.data(), arguments...), -1);
-            for (size_t i = static_cast<size_t>(limit < 0 ? 0 : limit); i < small.size(); ++i) {
+            for (size_t i = static_cast<size_t>(limit < 0 ? 0 : limit); i < small.size(); ++i)
                 EXPECT_EQ(small[i], vel_wchar{'#'}) << text << " in " << limit;
-            }
         }
         return wide_error ? "error " + std::to_string(wide_error) : read_back(locale, result);
     }

@@ -1,5 +1,6 @@
 // The parsing of numbers and text, and reading back what formatting writes.
 #include <random>
+#include <span>
 
 #include "numeric/formatting.h"
 
@@ -31,58 +32,41 @@ protected:
 constexpr int32_t untouched = -77;
 
 TEST_F(parsing, integers) {
-    const struct {
-        const char *locale;
-        const char *input;
-        const char *format;
-        const char *result;
+    struct row {
+        const char *input, *format, *result;
         int32_t value = untouched;
-    } rows[] = {
-        {english, " -42x", "%dx", "1", -42},
-        {english, "+7", "%i", "1", 7},
-        {english, "a  \t5", "a %d", "1", 5},
-        {english, "100%", "%d%%", "1", 100},
-        {english, "12345", "%3d", "1", 123},
-        {english, "-2147483648", "%d", "1", INT32_MIN},
-        {english, "2147483648", "%d", "0 error 6"},
-        {english, "99999999999999999999999", "%u", "0 error 6"},
-        {english, "4294967295", "%u", "1", -1},
-        {english, "-1", "%u", "0 error 22"},
-        {english, "fF", "%x", "1", 255},
-        {english, "ffffffff", "%x", "1", -1},
-        {english, "0xff", "%x", "1", 0},
-        {english, "-000xff", "%#x", "1", -255},
-        {english, "0x", "%#x", "1", 0},
-        {english, "1012", "%b", "1", 5},
-        {english, "13", "%q", "1", 7},
-        {english, "789", "%o", "1", 7},
-        {english, "1,234", "%d", "1", 1},
-        {english, "1,234,567", "%'d", "1", 1234567},
-        {english, "0001,234", "%'d", "1", 1234},
-        {english, "1234,", "%'d,", "1", 1234},
-        {english, "12,34", "%'d", "0 error 7"},
-        {english, "1234,567", "%'d", "0 error 7"},
-        {"bn_bd.utf8", "12,34,567", "%'d", "1", 1234567},
-        {"bn_bd.utf8", "1,234,567", "%'d", "0 error 7"},
-        {"en_us.ibm-037", "-1,234", "%'d", "1", -1234},
-        {"", "-12 ", "%d ", "1", -12},
-        {english, "", "%d", "0 error 46"},
-        {english, "-", "%d", "0 error 46"},
-        {english, "5 6", "%*d %d", "1", 6},
-        {english, "x", "y%d", "-1 error 22"},
-        {english, "5", "%d%", "-1 error 15", 5},
-        {english, "5", "%dx", "-1 error 22", 5},
-        {english, "5", "%k", "-1 error 22"},
-        {english, "5", "%5", "-1 error 15"},
-        {english, "5", "%.", "-1 error 45"},
-        {english, "5", "%2.1c", "-1 error 22"},
+        const char *locale = english;
     };
-    for (const auto &row : rows) {
-        int32_t value = untouched;
-        EXPECT_EQ(parse(row.locale, row.input, row.format, &value), row.result)
-            << row.input << " by " << row.format;
-        EXPECT_EQ(value, row.value) << row.input << " by " << row.format;
-    }
+    const auto check = [&](std::span<const row> rows) {
+        for (const row &each : rows) {
+            int32_t value = untouched;
+            EXPECT_EQ(parse(each.locale, each.input, each.format, &value), each.result)
+                << each.input << " by " << each.format;
+            EXPECT_EQ(value, each.value) << each.input << " by " << each.format;
+        }
+    };
+    const row short_rows[] = {
+        {"+7", "%i", "1", 7},          {"12345", "%3d", "1", 123},    {"13", "%q", "1", 7},
+        {"-1", "%u", "0 error 22"},    {"0x", "%#x", "1", 0},         {"5", "%k", "-1 error 22"},
+        {"789", "%o", "1", 7},         {"5", "%5", "-1 error 15"},    {"fF", "%x", "1", 255},
+        {"5", "%.", "-1 error 45"},    {"0xff", "%x", "1", 0},        {"ffffffff", "%x", "1", -1},
+        {"1012", "%b", "1", 5},        {"x", "y%d", "-1 error 22"},   {"1,234", "%d", "1", 1},
+        {"1234,", "%'d,", "1", 1234},  {"", "%d", "0 error 46"},      {"4294967295", "%u", "1", -1},
+        {"-", "%d", "0 error 46"},     {"-000xff", "%#x", "1", -255}, {"5 6", "%*d %d", "1", 6},
+        {"12,34", "%'d", "0 error 7"}, {" -42x", "%dx", "1", -42},    {"-12 ", "%d ", "1", -12, ""},
+        {"a  \t5", "a %d", "1", 5},    {"5", "%2.1c", "-1 error 22"}, {"100%", "%d%%", "1", 100}};
+    const row middle_rows[] = {
+        {"0001,234", "%'d", "1", 1234},       {"5", "%d%", "-1 error 15", 5},
+        {"5", "%dx", "-1 error 22", 5},       {"1234,567", "%'d", "0 error 7"},
+        {"2147483648", "%d", "0 error 6"},    {"1,234,567", "%'d", "1", 1234567},
+        {"-2147483648", "%d", "1", INT32_MIN}};
+    const row long_rows[] = {{"99999999999999999999999", "%u", "0 error 6"},
+                             {"-1,234", "%'d", "1", -1234, "en_us.ibm-037"},
+                             {"12,34,567", "%'d", "1", 1234567, "bn_bd.utf8"},
+                             {"1,234,567", "%'d", "0 error 7", untouched, "bn_bd.utf8"}};
+    check(short_rows);
+    check(middle_rows);
+    check(long_rows);
     int16_t shorts[3] = {1, 2, 3};
     EXPECT_EQ(parse(english, "-32768 ffff 32768", "%hd%hx%hd", shorts, shorts + 1, shorts + 2),
               "2 error 6");
@@ -93,18 +77,13 @@ TEST_F(parsing, integers) {
 
 TEST_F(parsing, doubles) {
     const struct {
-        const char *locale;
-        const char *input;
-        const char *format;
-        const char *result;
+        const char *locale, *input, *format, *result;
         double value = untouched;
-    } rows[] = {
-        {german, " -1,5e3x", "%fx", "1", -1500}, {german, "1.234,5", "%'f", "1", 1234.5},
-        {german, "1.23,4", "%'f", "0 error 45"}, {german, "1234,5", "%'f", "0 error 7"},
-        {german, "1,2345", "%4f", "1", 1.23},    {english, "1e400", "%g", "0 error 6"},
-        {english, "x", "%e", "0 error 45"},      {english, ".", "%f", "0 error 45"},
-        {english, "1 2.5", "%*f %lf", "1", 2.5}, {"", "2.5", "%f", "1", 2.5},
-    };
+    } rows[] = {{german, " -1,5e3x", "%fx", "1", -1500}, {german, "1.234,5", "%'f", "1", 1234.5},
+                {german, "1.23,4", "%'f", "0 error 45"}, {german, "1234,5", "%'f", "0 error 7"},
+                {german, "1,2345", "%4f", "1", 1.23},    {english, "1e400", "%g", "0 error 6"},
+                {english, "x", "%e", "0 error 45"},      {english, ".", "%f", "0 error 45"},
+                {english, "1 2.5", "%*f %lf", "1", 2.5}, {"", "2.5", "%f", "1", 2.5}};
     for (const auto &row : rows) {
         double value = untouched;
         EXPECT_EQ(parse(row.locale, row.input, row.format, &value), row.result) << row.input;

@@ -2,6 +2,7 @@
 #include "time/time_fixture.h"
 
 #include <cstring>
+#include <span>
 
 #include "time/work.h"
 
@@ -86,26 +87,16 @@ struct known_date {
 };
 
 TEST_F(calendar, published_dates) {
-    const known_date hebrew[] = {
-        {1939, 9, 14, 5700, 0, 0, 1},   {1947, 9, 15, 5708, 0, 0, 1},
-        {1973, 9, 27, 5734, 0, 0, 1},   {1994, 9, 6, 5755, 0, 0, 1},
-        {1999, 9, 11, 5760, 0, 0, 1},   {2000, 9, 30, 5761, 0, 0, 1},
-        {2013, 9, 5, 5774, 0, 0, 1},    {2014, 9, 25, 5775, 0, 0, 1},
-        {2016, 10, 3, 5777, 0, 0, 1},   {2019, 9, 30, 5780, 0, 0, 1},
-        {2020, 9, 19, 5781, 0, 0, 1},   {2021, 9, 7, 5782, 0, 0, 1},
-        {2023, 9, 16, 5784, 0, 0, 1},   {2024, 10, 3, 5785, 0, 0, 1},
-        {2025, 9, 23, 5786, 0, 0, 1},   {1948, 5, 14, 5708, 8, 7, 5},
-        {2024, 2, 10, 5784, 5, 12, 1},  {2024, 3, 24, 5784, 6, 13, 14},
-        {2024, 4, 23, 5784, 7, 6, 15},  {2025, 3, 14, 5785, 5, 5, 14},
-        {2024, 12, 26, 5785, 2, 2, 25},
-    };
-    const known_date islamic[] = {
-        {622, 7, 18, 1, 0, 0, 1},     {1882, 11, 11, 1300, 0, 0, 1}, {1902, 4, 9, 1320, 0, 0, 1},
-        {1931, 5, 18, 1350, 0, 0, 1}, {1960, 6, 25, 1380, 0, 0, 1},  {1979, 11, 20, 1400, 0, 0, 1},
-        {1989, 8, 3, 1410, 0, 0, 1},  {1999, 4, 16, 1420, 0, 0, 1},  {2004, 2, 21, 1425, 0, 0, 1},
-        {2013, 11, 4, 1435, 0, 0, 1}, {2018, 9, 11, 1440, 0, 0, 1},  {2023, 7, 18, 1445, 0, 0, 1},
-        {2024, 7, 7, 1446, 0, 0, 1},  {2076, 11, 27, 1500, 0, 0, 1},
-    };
+    const known_date hebrew[] = {{1999, 9, 11, 5760, 0, 0, 1},   {2013, 9, 5, 5774, 0, 0, 1},
+                                 {2016, 10, 3, 5777, 0, 0, 1},   {2021, 9, 7, 5782, 0, 0, 1},
+                                 {2024, 10, 3, 5785, 0, 0, 1},   {2025, 9, 23, 5786, 0, 0, 1},
+                                 {1948, 5, 14, 5708, 8, 7, 5},   {2024, 2, 10, 5784, 5, 12, 1},
+                                 {2024, 3, 24, 5784, 6, 13, 14}, {2024, 4, 23, 5784, 7, 6, 15},
+                                 {2025, 3, 14, 5785, 5, 5, 14},  {2024, 12, 26, 5785, 2, 2, 25}};
+    const known_date islamic[] = {{622, 7, 18, 1, 0, 0, 1},      {1882, 11, 11, 1300, 0, 0, 1},
+                                  {1979, 11, 20, 1400, 0, 0, 1}, {1999, 4, 16, 1420, 0, 0, 1},
+                                  {2013, 11, 4, 1435, 0, 0, 1},  {2023, 7, 18, 1445, 0, 0, 1},
+                                  {2024, 7, 7, 1446, 0, 0, 1},   {2076, 11, 27, 1500, 0, 0, 1}};
     const auto check = [&](int32_t number, const auto &dates) {
         in_calendar use(locale, number);
         for (const known_date &date : dates) {
@@ -125,43 +116,40 @@ TEST_F(calendar, dates_without_a_counterpart) {
     constexpr int32_t huge = INT32_MAX, tiny = INT32_MIN;
     const auto to_local = vel_cal_gregorian_to_local;
     const auto to_gregorian = vel_cal_local_to_gregorian;
-    const struct {
+    constexpr int32_t gregorian = vel::calendar_gregorian, hebrew = vel::calendar_hebrew,
+                      islamic = vel::calendar_islamic, arabic = vel::calendar_arabic;
+    struct row {
         int32_t number;
-        decltype(to_local) convert;
-        vel_time_work date;
-        int32_t error;
-    } rows[] = {
-        {vel::calendar_hebrew, to_local, local_date(1, 0, 0, 1), 0},
-        {vel::calendar_hebrew, to_local, local_date(0, 11, 0, 31), 31},
-        {vel::calendar_hebrew, to_local, local_date(10000, 1, 0, 23), 0},
-        {vel::calendar_hebrew, to_local, local_date(10000, 1, 0, 24), 31},
-        {vel::calendar_hebrew, to_local, local_date(2000, 12, 0, 1), 30},
-        {vel::calendar_hebrew, to_local, local_date(2000, 0, 0, huge), 27},
-        {vel::calendar_hebrew, to_gregorian, local_date(3761, 3, 3, 18), 0},
-        {vel::calendar_hebrew, to_gregorian, local_date(3761, 3, 3, 17), 31},
-        {vel::calendar_hebrew, to_gregorian, local_date(14214, 0, 0, 1), 31},
-        {vel::calendar_hebrew, to_gregorian, local_date(5785, 12, 0, 1), 30}, // a common year
-        {vel::calendar_hebrew, to_gregorian, local_date(5784, 12, 0, 1), 0},
-        {vel::calendar_hebrew, to_gregorian, local_date(5784, 13, 0, 1), 30},
-        {vel::calendar_hebrew, to_gregorian, local_date(5785, -1, 12, 1), 30},
-        {vel::calendar_hebrew, to_gregorian, local_date(5784, -1, 14, 1), 30},
-        {vel::calendar_hebrew, to_gregorian, local_date(5784, -1, -1, 1), 30},
-        {vel::calendar_islamic, to_local, local_date(622, 6, 0, 17), 31},
-        {vel::calendar_islamic, to_local, local_date(10323, 9, 0, 20), 0},
-        {vel::calendar_islamic, to_local, local_date(10323, 9, 0, 21), 31},
-        {vel::calendar_islamic, to_gregorian, local_date(1, 0, 0, 0), 27},
-        {vel::calendar_islamic, to_gregorian, local_date(9999, 11, 0, 29), 0},
-        {vel::calendar_islamic, to_gregorian, local_date(10000, 0, 0, 1), 31},
-        {vel::calendar_islamic, to_gregorian, local_date(1445, -1, tiny, 1), 30},
-        {vel::calendar_arabic, to_local, local_date(2000, 0, 0, 1), VEL_ECALENDAR},
-        {vel::calendar_arabic, to_gregorian, local_date(2000, 0, 0, 1), VEL_ECALENDAR},
-        {vel::calendar_gregorian, to_gregorian, local_date(2000, huge, tiny, huge), 0},
+        bool is_to_local;
+        int32_t year, month, name, day, error;
     };
-    for (size_t i = 0; i < std::size(rows); ++i) {
-        in_calendar use(locale, rows[i].number);
-        EXPECT_EQ(error_of(rows[i].convert, rows[i].date), rows[i].error) << "row " << i;
-    }
-    for (int32_t number : {vel::calendar_hebrew, vel::calendar_islamic}) {
+    const row short_rows[] = {
+        {hebrew, true, 1, 0, 0, 1, 0},        {hebrew, true, 0, 11, 0, 31, 31},
+        {islamic, false, 1, 0, 0, 0, 27},     {hebrew, true, 10000, 1, 0, 23, 0},
+        {hebrew, true, 2000, 12, 0, 1, 30},   {hebrew, false, 3761, 3, 3, 18, 0},
+        {hebrew, false, 5784, 12, 0, 1, 0},   {islamic, true, 622, 6, 0, 17, 31},
+        {hebrew, true, 10000, 1, 0, 24, 31},  {hebrew, false, 3761, 3, 3, 17, 31},
+        {hebrew, false, 14214, 0, 0, 1, 31},  {hebrew, false, 5785, 12, 0, 1, 30},
+        {hebrew, false, 5784, 13, 0, 1, 30},  {islamic, true, 10323, 9, 0, 20, 0},
+        {hebrew, true, 2000, 0, 0, huge, 27}, {hebrew, false, 5785, -1, 12, 1, 30},
+        {hebrew, false, 5784, -1, 14, 1, 30}, {hebrew, false, 5784, -1, -1, 1, 30},
+        {islamic, true, 10323, 9, 0, 21, 31}, {islamic, false, 9999, 11, 0, 29, 0},
+        {islamic, false, 10000, 0, 0, 1, 31}};
+    const row long_rows[] = {{islamic, false, 1445, -1, tiny, 1, 30},
+                             {arabic, true, 2000, 0, 0, 1, VEL_ECALENDAR},
+                             {arabic, false, 2000, 0, 0, 1, VEL_ECALENDAR},
+                             {gregorian, false, 2000, huge, tiny, huge, 0}};
+    const auto check = [&](std::span<const row> rows) {
+        for (const row &each : rows) {
+            in_calendar use(locale, each.number);
+            const vel_time_work date = local_date(each.year, each.month, each.name, each.day);
+            EXPECT_EQ(error_of(each.is_to_local ? to_local : to_gregorian, date), each.error)
+                << each.year << '-' << each.month << '-' << each.day;
+        }
+    };
+    check(short_rows);
+    check(long_rows);
+    for (int32_t number : {hebrew, islamic}) {
         in_calendar use(locale, number);
         for (int32_t year : {huge, tiny, huge - 1900, 0}) {
             for (int32_t field : {huge, tiny}) {
@@ -180,17 +168,15 @@ TEST_F(calendar, century_of_a_short_year) {
         vel_date reference; // month, day, year
         char rule;
         int32_t century;
-    } rows[] = {
-        {0, 0, 99, {6, 1, 2001}, 'C', 19},  {0, 0, 1, {6, 1, 2001}, 'F', 21},
-        {0, 0, 1, {6, 1, 2001}, 'P', 19},   {6, 2, 1, {6, 1, 2001}, 'F', 20},
-        {5, 31, 1, {6, 1, 2001}, 'P', 20},  {6, 1, 51, {6, 1, 2001}, 'C', 20},
-        {6, 2, 51, {6, 1, 2001}, 'C', 19},  {1, 1, 20, {6, 1, 1999}, 'C', 20},
-        {1, 1, 20, {6, 1, 1999}, 'R', 19},  {1, 1, 20, {6, 1, 1999}, 'x', 19},
-        {13, 32, 123, {0, 0, 0}, 'C', 1},   {2, 29, 0, {3, 1, 1900}, 'F', 20},
-        {2, 29, 0, {2, 28, 1900}, 'F', 19}, {13, 1, 1, {6, 1, 2001}, 'C', -30},
-        {1, 32, 1, {6, 1, 2001}, 'C', -27}, {1, 1, 1, {13, 1, 2001}, 'C', -30},
-        {9, 9, 99, {6, 1, 7}, 'P', -31},    {1, 1, 99, {6, 1, 65535}, 'F', 655},
-    };
+    } rows[] = {{0, 0, 99, {6, 1, 2001}, 'C', 19},  {0, 0, 1, {6, 1, 2001}, 'F', 21},
+                {0, 0, 1, {6, 1, 2001}, 'P', 19},   {6, 2, 1, {6, 1, 2001}, 'F', 20},
+                {5, 31, 1, {6, 1, 2001}, 'P', 20},  {6, 1, 51, {6, 1, 2001}, 'C', 20},
+                {6, 2, 51, {6, 1, 2001}, 'C', 19},  {1, 1, 20, {6, 1, 1999}, 'C', 20},
+                {1, 1, 20, {6, 1, 1999}, 'R', 19},  {1, 1, 20, {6, 1, 1999}, 'x', 19},
+                {13, 32, 123, {0, 0, 0}, 'C', 1},   {2, 29, 0, {3, 1, 1900}, 'F', 20},
+                {2, 29, 0, {2, 28, 1900}, 'F', 19}, {13, 1, 1, {6, 1, 2001}, 'C', -30},
+                {1, 32, 1, {6, 1, 2001}, 'C', -27}, {1, 1, 1, {13, 1, 2001}, 'C', -30},
+                {9, 9, 99, {6, 1, 7}, 'P', -31},    {1, 1, 99, {6, 1, 65535}, 'F', 655}};
     for (const auto &row : rows) {
         const int32_t century =
             vel_getcentury_internal(locale, row.month, row.day, row.year, row.reference.month,

@@ -1,17 +1,14 @@
 // Reading dates and times.
 #include <algorithm>
-#include <filesystem>
-#include <vector>
+#include <span>
 
 #include "charmap/char_reader.h"
-#include "record/portable.h"
 #include "time/time_fixture.h"
 #include "vels/multibyte.h"
 
 namespace {
 
 using namespace vel_test;
-namespace fs = std::filesystem;
 using std::chrono::sys_days;
 
 bool operator==(const vel_time_record &a, const vel_time_record &b) {
@@ -74,25 +71,19 @@ std::string formatted(vel_locale *locale, const std::string &format, const vel_t
     return text;
 }
 
-// A format of portable characters in the code set of a locale.
-std::string in_code_set(vel_locale *locale, std::string format) {
-    for (char &c : format) c = static_cast<char>(vel::value_of(locale, c));
-    return format;
-}
-
 struct accepted {
-    const char *text, *format,
-        *expected; // year month day hour minute second fraction, re-formatted
+    const char *text, *format, *expected;
     size_t left = 0;
 };
 
-void expect_accepted(vel_locale *locale, const std::vector<accepted> &rows) {
+void expect_accepted(vel_locale *locale, std::span<const accepted> rows) {
     for (const accepted &row : rows) {
         outcome read = parse(locale, row.text, row.format, time_of(2001, 6, 1));
         const vel_time_record &t = read.time;
         char text[64];
-        snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d.%06d", t.year + 1900,
-                 t.month + 1, t.day, t.hour, t.minute, t.second, t.subsecond);
+        int n = snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", t.year + 1900,
+                         t.month + 1, t.day, t.hour, t.minute, t.second);
+        if (t.subsecond) snprintf(text + n, sizeof text - n, ".%06d", t.subsecond);
         EXPECT_EQ(read.error, 0) << row.text << " by " << row.format;
         EXPECT_STREQ(text, row.expected) << row.text << " by " << row.format;
         EXPECT_EQ(read.left, row.left) << row.text << " by " << row.format;
@@ -105,101 +96,57 @@ struct refused {
 };
 
 void expect_refused(vel_locale *locale, const std::vector<refused> &rows) {
-    for (const refused &row : rows) {
+    for (const refused &row : rows)
         EXPECT_EQ(parse(locale, row.text, row.format, time_of(2001, 6, 1)).error, row.error)
             << row.text << " by " << row.format;
-    }
 }
 
 TEST(time_parsing, conversions_read_their_fields) {
-    expect_accepted(open_locale("en_us.utf8").get(),
-                    {
-                        {"7:05pm", "%H:%M", "2001-06-01 07:05:00.000000", 2},
-                        {"12 AM", "%I %p", "2001-06-01 00:00:00.000000"},
-                        {"12 pm", "%I %p", "2001-06-01 12:00:00.000000"},
-                        {"12", "%I", "2001-06-01 12:00:00.000000"},
-                        {"PM", "%p", "2001-06-01 00:00:00.000000"},
-                        {"5", "%F", "2001-06-01 00:00:00.500000"},
-                        {"1234567x", "%F", "2001-06-01 00:00:00.123456", 1},
-                        {"1234", "%F3", "2001-06-01 00:00:00.123000", 1},
-                        {"09.12", "%S%iF", "2001-06-01 00:00:09.120000"},
-                        {"29/02/2000", "%d/%m/%Y", "2000-02-29 00:00:00.000000"},
-                        {"march3", "%b%d", "2001-03-03 00:00:00.000000"},
-                        {"MARCH   3", "%b \t%d", "2001-03-03 00:00:00.000000"},
-                        {"Mar3", "%B %d", "2001-03-03 00:00:00.000000"},
-                        {"1999", "%C%y", "1999-06-01 00:00:00.000000"},
-                        {"99", "%y", "1999-06-01 00:00:00.000000"},
-                        {"19", "%C", "1900-06-01 00:00:00.000000"},
-                        {"1901 01", "%Y %y", "1901-06-01 00:00:00.000000"},
-                        {"0099", "%iY", "0099-06-01 00:00:00.000000"},
-                        {" 5.7", "%e.%m", "2001-07-05 00:00:00.000000"},
-                        {" 512", "%e%m", "2001-12-05 00:00:00.000000"},
-                        {"7    |", "%-5H|", "2001-06-01 07:00:00.000000"},
-                        {"007", "%.3H", "2001-06-01 07:00:00.000000"},
-                        {"0423", "%w%H", "2001-06-01 23:00:00.000000"},
-                        {"423", "%w%H", "2001-06-01 23:00:00.000000"},
-                        {"11/30/99 %", "%D %%", "1999-11-30 00:00:00.000000"},
-                        {"23:59:58 \n x", "%T%n", "2001-06-01 23:59:58.000000", 1},
-                        {"08:09", "%OR", "2001-06-01 08:09:00.000000"},
-                        {"99", "%Ey", "1999-06-01 00:00:00.000000"},
-                        {"02:03:04 PM", "%r", "2001-06-01 14:03:04.000000"},
-                    });
+    const accepted short_rows[] = {
+        {"12", "%I", "2001-06-01 12:00:00"},          {"PM", "%p", "2001-06-01 00:00:00"},
+        {"99", "%y", "1999-06-01 00:00:00"},          {"19", "%C", "1900-06-01 00:00:00"},
+        {"99", "%Ey", "1999-06-01 00:00:00"},         {"0099", "%iY", "0099-06-01 00:00:00"},
+        {"007", "%.3H", "2001-06-01 07:00:00"},       {"423", "%w%H", "2001-06-01 23:00:00"},
+        {"1999", "%C%y", "1999-06-01 00:00:00"},      {" 512", "%e%m", "2001-12-05 00:00:00"},
+        {"0423", "%w%H", "2001-06-01 23:00:00"},      {"08:09", "%OR", "2001-06-01 08:09:00"},
+        {"Mar3", "%B %d", "2001-03-03 00:00:00"},     {" 5.7", "%e.%m", "2001-07-05 00:00:00"},
+        {"12 AM", "%I %p", "2001-06-01 00:00:00"},    {"12 pm", "%I %p", "2001-06-01 12:00:00"},
+        {"5", "%F", "2001-06-01 00:00:00.500000"},    {"march3", "%b%d", "2001-03-03 00:00:00"},
+        {"7    |", "%-5H|", "2001-06-01 07:00:00"},   {"1901 01", "%Y %y", "1901-06-01 00:00:00"},
+        {"02:03:04 PM", "%r", "2001-06-01 14:03:04"}, {"7:05pm", "%H:%M", "2001-06-01 07:05:00", 2},
+    };
+    const accepted long_rows[] = {{"11/30/99 %", "%D %%", "1999-11-30 00:00:00"},
+                                  {"MARCH   3", "%b \t%d", "2001-03-03 00:00:00"},
+                                  {"1234", "%F3", "2001-06-01 00:00:00.123000", 1},
+                                  {"09.12", "%S%iF", "2001-06-01 00:00:09.120000"},
+                                  {"29/02/2000", "%d/%m/%Y", "2000-02-29 00:00:00"},
+                                  {"1234567x", "%F", "2001-06-01 00:00:00.123456", 1},
+                                  {"23:59:58 \n x", "%T%n", "2001-06-01 23:59:58", 1}};
+    locale_owner english = open_locale("en_us.utf8");
+    expect_accepted(english.get(), short_rows);
+    expect_accepted(english.get(), long_rows);
 }
 
 TEST(time_parsing, errors_have_their_numbers) {
     locale_owner english = open_locale("en_us.utf8");
-    expect_refused(english.get(), {
-                                      {"31/04/2001", "%d/%m/%Y", 27},
-                                      {"29/02/1900", "%d/%m/%Y", 27},
-                                      {"Mon 05/05/2001", "%a %d/%m/%Y", 38},
-                                      {"1 05/05/2001", "%u %d/%m/%Y", 38},
-                                      {"12", "%F3", 33},
-                                      {"x", "%F", 33},
-                                      {"5", "%iF", 33},
-                                      {"x", "%S", 34},
-                                      {"60", "%S", 24},
-                                      {"x", "%M", 35},
-                                      {"60", "%M", 25},
-                                      {"x", "%H", 36},
-                                      {"24", "%H", 26},
-                                      {"x", "%I", 36},
-                                      {"0", "%I", 26},
-                                      {"13", "%I", 26},
-                                      {"x", "%d", 37},
-                                      {"-1", "%d", 37},
-                                      {"0", "%e", 27},
-                                      {"32", "%d", 27},
-                                      {"x", "%A", 38},
-                                      {"x", "%u", 38},
-                                      {"8", "%u", 28},
-                                      {"7", "%w", 9},
-                                      {"x", "%B", 48},
-                                      {"x", "%m", 40},
-                                      {"13", "%m", 30},
-                                      {"x", "%j", 29},
-                                      {"367", "%j", 29},
-                                      {"x", "%Y", 41},
-                                      {"99999", "%6Y", 9},
-                                      {"x", "%C", 41},
-                                      {"100", "%3C", 31},
-                                      {"100", "%3y", 9},
-                                      {"x", "%p", 46},
-                                      {"x", "%n", 46},
-                                      {"x", "%%", 22},
-                                      {"x", "%r", 22},
-                                      {"x", "y", 46},
-                                      {"1", "%Q", 22},
-                                      {"1", "%", 15},
-                                      {"1", "%5", 15},
-                                      {"1", "%i", 15},
-                                      {"1", "%E", 15},
-                                      {"1", "%iS", 22},
-                                      {".1", "%iF6", 22},
-                                      {"1", "%.%", 45},
-                                      {"7", "%.2H", 36},
-                                      {"99999999999999999999", "%20d", 27},
-                                      {"12:60", "%R", 25},
-                                  });
+    expect_refused(english.get(),
+                   {{"7", "%w", 9},     {"x", "y", 46},     {"1", "%", 15},     {"x", "%F", 33},
+                    {"x", "%S", 34},    {"x", "%M", 35},    {"x", "%H", 36},    {"x", "%I", 36},
+                    {"0", "%I", 26},    {"x", "%d", 37},    {"0", "%e", 27},    {"x", "%A", 38},
+                    {"x", "%u", 38},    {"8", "%u", 28},    {"x", "%B", 48},    {"x", "%m", 40},
+                    {"x", "%j", 29},    {"x", "%Y", 41},    {"x", "%C", 41},    {"x", "%p", 46},
+                    {"x", "%n", 46},    {"x", "%%", 22},    {"x", "%r", 22},    {"1", "%Q", 22},
+                    {"1", "%5", 15},    {"1", "%i", 15},    {"1", "%E", 15},    {"5", "%iF", 33},
+                    {"60", "%S", 24},   {"60", "%M", 25},   {"24", "%H", 26},   {"13", "%I", 26},
+                    {"-1", "%d", 37},   {"32", "%d", 27},   {"13", "%m", 30},   {"1", "%iS", 22},
+                    {"1", "%.%", 45},   {"12", "%F3", 33},  {"367", "%j", 29},  {"100", "%3y", 9},
+                    {"7", "%.2H", 36},  {"100", "%3C", 31}, {".1", "%iF6", 22}, {"99999", "%6Y", 9},
+                    {"12:60", "%R", 25}});
+    expect_refused(english.get(), {{"31/04/2001", "%d/%m/%Y", 27},
+                                   {"29/02/1900", "%d/%m/%Y", 27},
+                                   {"1 05/05/2001", "%u %d/%m/%Y", 38},
+                                   {"99999999999999999999", "%20d", 27},
+                                   {"Mon 05/05/2001", "%a %d/%m/%Y", 38}});
     vel_time_record time{};
     EXPECT_EQ(vel_mbsptime(english.get(), "1", nullptr, &time, 'C'), nullptr);
     EXPECT_EQ(take_error(english.get()), VEL_EFORMAT);
@@ -217,21 +164,23 @@ TEST(time_parsing, errors_have_their_numbers) {
 
 TEST(time_parsing, other_languages) {
     // Names that begin with others, and digits whose numbers run into one another.
-    expect_accepted(open_locale("tr_tr.utf8").get(),
-                    {{"Pazartesi 01 01 2001", "%A %d %m %Y", "2001-01-01 00:00:00.000000"}});
+    expect_accepted(
+        open_locale("tr_tr.utf8").get(),
+        std::vector<accepted>{{"Pazartesi 01 01 2001", "%A %d %m %Y", "2001-01-01 00:00:00"}});
     expect_accepted(open_locale("vi_vn.utf8").get(),
-                    {{"Tháng 12,", "%B,", "2001-12-01 00:00:00.000000"}});
+                    std::vector<accepted>{{"Tháng 12,", "%B,", "2001-12-01 00:00:00"}});
     expect_accepted(open_locale("lzh_tw.utf-8").get(),
-                    {{"廿一年", "%OC%Oy年", "2001-06-01 00:00:00.000000"},
-                     {"廿廿一年", "%OC%Oy年", "2021-06-01 00:00:00.000000"},
-                     {"十二", "%Od", "2001-06-12 00:00:00.000000"},
-                     {"12", "%Od", "2001-06-12 00:00:00.000000"}});
+                    std::vector<accepted>{{"廿一年", "%OC%Oy年", "2001-06-01 00:00:00"},
+                                          {"廿廿一年", "%OC%Oy年", "2021-06-01 00:00:00"},
+                                          {"十二", "%Od", "2001-06-12 00:00:00"},
+                                          {"12", "%Od", "2001-06-12 00:00:00"}});
     locale_owner japanese = open_locale("ja_jp.utf8");
-    expect_accepted(japanese.get(), {{"令和元年05月01日", "%Ex", "2019-05-01 00:00:00.000000"},
-                                     {"令和1年5月1日", "%Ex", "2019-05-01 00:00:00.000000"},
-                                     {"昭和64年", "%EY", "1989-06-01 00:00:00.000000"},
-                                     {"明治 45", "%EC %Ey", "1912-06-01 00:00:00.000000"},
-                                     {"平成2001", "%EC%Y", "2001-06-01 00:00:00.000000"}});
+    expect_accepted(japanese.get(),
+                    std::vector<accepted>{{"令和元年05月01日", "%Ex", "2019-05-01 00:00:00"},
+                                          {"令和1年5月1日", "%Ex", "2019-05-01 00:00:00"},
+                                          {"昭和64年", "%EY", "1989-06-01 00:00:00"},
+                                          {"明治 45", "%EC %Ey", "1912-06-01 00:00:00"},
+                                          {"平成2001", "%EC%Y", "2001-06-01 00:00:00"}});
     expect_refused(japanese.get(), {{"2年", "%EY", 41},
                                     {"x", "%EC", 9},
                                     {"明治3", "%EC%Ey", 31},
@@ -239,21 +188,16 @@ TEST(time_parsing, other_languages) {
                                     {"1", "%EH", 22},
                                     {"1", "%OY", 22}});
     expect_accepted(open_locale("th_th.utf8").get(),
-                    {{"7 พ.ค. 2543", "%Ex", "2000-05-07 00:00:00.000000"}});
+                    std::vector<accepted>{{"7 พ.ค. 2543", "%Ex", "2000-05-07 00:00:00"}});
 }
 
 // The days before and after each change of era.
 TEST(time_parsing, eras_are_read_back_to_the_day) {
     locale_owner japanese = open_locale("ja_jp.utf8");
-    for (auto [y, m, d] : {std::tuple{2019, 5, 1},
-                           {2020, 1, 1},
-                           {1989, 1, 8},
-                           {1990, 1, 1},
-                           {1926, 12, 25},
-                           {1912, 7, 30},
-                           {1873, 1, 1},
-                           {1, 1, 2}}) {
-        sys_days day = std::chrono::year(y) / m / d;
+    const int dates[][3] = {{2019, 5, 1},   {2020, 1, 1},  {1989, 1, 8}, {1990, 1, 1},
+                            {1926, 12, 25}, {1912, 7, 30}, {1873, 1, 1}, {1, 1, 2}};
+    for (auto [y, m, d] : dates) {
+        const sys_days day = std::chrono::year(y) / m / d;
         for (int offset : {-1, 0, 1}) {
             vel_time_record time = time_at(day + std::chrono::days(offset), 7, 8, 9);
             std::string text = formatted(japanese.get(), "%Ec", time);
@@ -261,17 +205,6 @@ TEST(time_parsing, eras_are_read_back_to_the_day) {
             EXPECT_EQ(shown(time).substr(0, 12), shown(read).substr(0, 12)) << text;
         }
     }
-}
-
-std::vector<std::string> objects_of_pack() {
-    std::vector<std::string> names;
-    fs::path root = fs::path(VELS_TEST_DATA_ROOT) / "vels" / "lc11";
-    for (const auto &entry : fs::recursive_directory_iterator(root)) {
-        if (!entry.is_regular_file()) continue;
-        names.push_back(fs::relative(entry.path(), root).generic_string());
-        std::replace(names.back().begin(), names.back().end(), '/', '\\');
-    }
-    return names;
 }
 
 // What was formatted is read back: as the same time when the rest of it is known, and in any case
@@ -296,8 +229,6 @@ void expect_read_back(vel_locale *locale, const std::string &ascii, const vel_ti
 }
 
 TEST(time_parsing, every_locale_reads_what_it_writes) {
-    const std::vector<std::string> names = objects_of_pack();
-    ASSERT_GT(names.size(), 100u);
     std::vector<vel_time_record> times;
     for (unsigned month = 1; month <= 12; ++month) {
         times.push_back(time_of(2001, month, month, static_cast<int32_t>(month), 10, 31));
@@ -305,7 +236,7 @@ TEST(time_parsing, every_locale_reads_what_it_writes) {
     for (unsigned day = 5; day <= 11; ++day) times.push_back(time_of(2021, 5, day, 14, 5, 9));
     times.push_back(time_of(2024, 2, 29, 0, 59, 59));
     times.push_back(time_of(1999, 12, 31, 12, 0, 0));
-    for (const std::string &name : names) {
+    for (const std::string &name : objects_of_pack()) {
         SCOPED_TRACE(name);
         locale_owner locale = open_locale(name.c_str());
         ASSERT_TRUE(locale);
@@ -361,9 +292,8 @@ TEST(time_parsing, text_and_format_end_anywhere) {
         locale_owner locale = open_locale(name);
         std::string format = "%A %d %B %Y %OH:%M:%S.%F3 %c %Ec %EY%n%iF|";
         std::string text = formatted(locale.get(), format, time_of(2021, 5, 8, 14, 5, 9, 123456));
-        for (size_t length = 0; length < text.size(); ++length) {
+        for (size_t length = 0; length < text.size(); ++length)
             EXPECT_NE(parse(locale.get(), text.substr(0, length), format, {}).error, 0) << length;
-        }
         for (size_t length = 0; length < format.size(); ++length) {
             parse(locale.get(), text, format.substr(0, length), {});
         }
@@ -376,16 +306,12 @@ TEST(time_parsing, formats_without_end_are_refused) {
     const vel::time_category before = time;
     vel::era_entry &era = locale->time_derived.eras[0];
     const vel::locale_text format = era.format;
-    auto set = [](vel::locale_text &text, const char *bytes, const char32_t *wide) {
-        text.bytes = const_cast<char *>(bytes);
-        text.wide = reinterpret_cast<vel_wchar *>(const_cast<char32_t *>(wide));
-    };
-    set(time.d_t_fmt, "%x%x%x%x%x%x%x%x%x%x%x%x", U"%x%x%x%x%x%x%x%x%x%x%x%x");
-    set(time.d_fmt, "%X%X%X%X%X%X%X%X%X%X%X%X", U"%X%X%X%X%X%X%X%X%X%X%X%X");
-    set(time.t_fmt, "%r%r%r%r%r%r%r%r%r%r%r%r", U"%r%r%r%r%r%r%r%r%r%r%r%r");
-    set(time.t_fmt_ampm, "", U"");
-    set(time.era_d_fmt, "%Ex", U"%Ex");
-    set(era.format, "%EY", U"%EY");
+    time.d_t_fmt = text_of("%x%x%x%x%x%x%x%x%x%x%x%x", U"%x%x%x%x%x%x%x%x%x%x%x%x");
+    time.d_fmt = text_of("%X%X%X%X%X%X%X%X%X%X%X%X", U"%X%X%X%X%X%X%X%X%X%X%X%X");
+    time.t_fmt = text_of("%r%r%r%r%r%r%r%r%r%r%r%r", U"%r%r%r%r%r%r%r%r%r%r%r%r");
+    time.t_fmt_ampm = text_of("", U"");
+    time.era_d_fmt = text_of("%Ex", U"%Ex");
+    era.format = text_of("%EY", U"%EY");
     expect_refused(
         locale.get(),
         {{"x", "%c", VEL_EFORMAT}, {"x", "%Ex", VEL_EFORMAT}, {"x", "%EY", VEL_ETIME41}});

@@ -5,9 +5,12 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "record/portable.h"
 #include "record/record.h"
 #include "vels/errors.h"
 #include "vels/locale.h"
@@ -50,19 +53,46 @@ private:
     int32_t before_;
 };
 
+// The objects of the pack, by the names that load them.
+inline std::vector<std::string> objects_of_pack() {
+    namespace fs = std::filesystem;
+    std::vector<std::string> names;
+    const fs::path root = fs::path(VELS_TEST_DATA_ROOT) / "vels" / "lc11";
+    for (const auto &entry : fs::recursive_directory_iterator(root)) {
+        if (!entry.is_regular_file()) continue;
+        names.push_back(fs::relative(entry.path(), root).generic_string());
+        std::replace(names.back().begin(), names.back().end(), '/', '\\');
+    }
+    EXPECT_GT(names.size(), 100u);
+    return names;
+}
+
+// ASCII text in the code set of a locale.
+inline std::string in_code_set(const vel_locale *locale, std::string text) {
+    for (char &c : text)
+        if (static_cast<unsigned char>(c) < 0x80) c = static_cast<char>(vel::value_of(locale, c));
+    return text;
+}
+
+// A text of a locale made by hand.
+inline vel::locale_text text_of(const char *bytes, const char32_t *wide) {
+    return {const_cast<char *>(bytes), reinterpret_cast<vel_wchar *>(const_cast<char32_t *>(wide))};
+}
+
 inline vel_time_record time_at(std::chrono::sys_days date, int32_t hour = 0, int32_t minute = 0,
                                int32_t second = 0, int32_t subsecond = 0) {
     using namespace std::chrono;
     const year_month_day parts(date);
     const sys_days new_year(parts.year() / January / 1);
+    const auto number = [](auto of) { return static_cast<int32_t>(static_cast<unsigned>(of)); };
     return {subsecond,
             second,
             minute,
             hour,
-            static_cast<int32_t>(static_cast<unsigned>(parts.day())),
-            static_cast<int32_t>(static_cast<unsigned>(parts.month())) - 1,
+            number(parts.day()),
+            number(parts.month()) - 1,
             static_cast<int>(parts.year()) - 1900,
-            static_cast<int32_t>(weekday(date).c_encoding()),
+            number(weekday(date).c_encoding()),
             static_cast<int32_t>((date - new_year).count()),
             0,
             {0, 0}};
