@@ -1,5 +1,5 @@
-// Small collations made in memory, and the rules of collation written as they read: a cursor a
-// string and a pass, with no thought for speed. What the library does is held against it.
+// Small collations made in memory, and the rules of collation written as they read: the weights
+// of a string and a pass, with no thought for speed. What the library does is held against it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -48,9 +48,7 @@ public:
             indexes_ = std::make_unique<test_locale>();
             indexes_->add('!', 0);
         }
-        for (size_t i = 0; i < letters.size(); ++i) {
-            indexes_->add(letters[i], static_cast<int32_t>(i) + 1);
-        }
+        for (int32_t index = 0; vel_wchar letter : letters) indexes_->add(letter, ++index);
         indexes_->finish();
         text_->finish();
         collate().kind = vel::collation_as_specified;
@@ -76,20 +74,19 @@ public:
         to.pass_count = static_cast<int32_t>(passes.size());
         to.index_count = static_cast<int32_t>(passes[0].size());
         to.max_weight = max_weight;
-        for (size_t i = 0; i < passes.size(); ++i) {
+        for (size_t i = 0; i < passes.size(); ++i)
             to.passes[i] = {i < directions.size() ? directions[i] : 1, passes[i].data()};
-        }
         elements_.clear();
-        for (element &e : elements) {
+        for (element &e : elements)
             elements_.push_back({static_cast<int32_t>(e.values.size()), e.index, e.values.data()});
-        }
+        // The parts of all expansions are one block, as they are in an object.
         parts_.clear();
         for (const wide &e : expansions) parts_.insert(parts_.end(), e.begin(), e.end());
         expansions_.clear();
-        size_t first = 0;
+        vel_wchar *part = parts_.data();
         for (const wide &e : expansions) {
-            expansions_.push_back({static_cast<int32_t>(e.size()), parts_.data() + first});
-            first += e.size();
+            expansions_.push_back({static_cast<int32_t>(e.size()), part});
+            part += e.size();
         }
         to.element_count = static_cast<int32_t>(elements_.size());
         to.elements = elements_.data();
@@ -110,104 +107,66 @@ struct cursor_scope {
     bool elements = true, expansions = true, backward = true;
 };
 
-class weight_cursor {
-public:
-    weight_cursor(const vel::collate_category &by, int32_t pass, const wide &text,
-                  cursor_scope scope)
-        : by_(by), weights_(by.passes[pass].weights), text_(text), scope_(scope),
-          step_(scope.backward && by.passes[pass].direction == 2 ? -1 : 1),
-          at_(step_ > 0 ? 0 : static_cast<int32_t>(text.size()) - 1), over_(text.empty()) {
-        mark();
-    }
+// What a string weighs in a pass, without what is ignored, up to a character without an index.
+// The words come with the characters that they are of, and end with a 0 and that character or 0.
+using pass_weights = std::vector<std::pair<uint32_t, vel_wchar>>;
 
-    struct weight {
-        uint32_t word;
-        vel_wchar value;
-    };
-    weight next() {
-        for (;;) {
-            if (over_) return {0, 0};
-            int32_t index;
-            if (part_) {
-                index = index_of(part_->values[part_at_]);
-                part_at_ += step_;
-                if (part_at_ < 0 || part_at_ == part_->count) part_ = nullptr;
-            } else if (marks_[static_cast<size_t>(at_)]) {
-                const vel::collating_element &element = *marks_[static_cast<size_t>(at_)];
-                index = element.index;
-                length_ = element.count;
-                value_ = 1;
-            } else {
-                value_ = text_[static_cast<size_t>(at_)];
-                index = index_of(value_);
-                length_ = 1;
-            }
-            if (index < 0) {
-                over_ = true;
-                return {0, value_};
-            }
-            uint32_t word = weights_[index];
-            if (word & 0x4000 && scope_.expansions) {
-                part_ = &by_.expansions[word & 0x3FFF];
-                part_at_ = step_ > 0 ? 0 : part_->count - 1;
-                word = 1;
-            }
-            if (!part_) {
-                at_ += step_ * length_;
-                over_ = at_ < 0 || at_ >= static_cast<int32_t>(text_.size());
-                if (over_ && word == 1) return {0, 0};
-            }
-            if (word != 1) return {word, value_};
-        }
-    }
-    bool over() const { return over_; }
-
-private:
-    int32_t index_of(vel_wchar value) const {
-        uint32_t cell = by_.characters->find_code(value);
+inline pass_weights weights_of(const vel::collate_category &by, int32_t pass, const wide &text,
+                               cursor_scope scope) {
+    const auto index_of = [&](vel_wchar value) {
+        const uint32_t cell = by.characters->find_code(value);
         return vel::is_end(cell) ? vel::cell_value(cell) : -1;
-    }
-    // Elements are marked all along: a cursor meets either end of one first.
-    void mark() {
-        marks_.resize(text_.size());
-        for (size_t i = 0; scope_.elements && i < text_.size();) {
-            size_t taken = 1;
-            for (int32_t e = 0; e < by_.element_count; ++e) {
-                const vel::collating_element &element = by_.elements[e];
-                size_t count = static_cast<size_t>(element.count);
-                if (count > text_.size() - i) continue;
-                if (!std::equal(element.values, element.values + count, &text_[i])) continue;
-                for (size_t k = 0; k < count; ++k) marks_[i + k] = &element;
-                taken = count;
-                break;
-            }
-            i += taken;
+    };
+    // Elements are found from the start on, whatever the direction.
+    std::vector<std::pair<int32_t, vel_wchar>> units;
+    for (size_t i = 0, taken; i < text.size(); i += taken) {
+        taken = 1;
+        units.emplace_back(index_of(text[i]), text[i]);
+        for (int32_t e = 0; scope.elements && e < by.element_count; ++e) {
+            const vel::collating_element &element = by.elements[e];
+            const size_t count = static_cast<size_t>(element.count);
+            if (count > text.size() - i) continue;
+            if (!std::equal(element.values, element.values + count, &text[i])) continue;
+            units.back() = {element.index, 1};
+            taken = count;
+            break;
         }
     }
+    const bool backward = scope.backward && by.passes[pass].direction == 2;
+    if (backward) std::ranges::reverse(units);
+    const uint16_t *weights = by.passes[pass].weights;
+    pass_weights made;
+    vel_wchar stop = 0;
+    for (auto [index, value] : units) {
+        if (index < 0) {
+            stop = value;
+            break;
+        }
+        if (weights[index] & 0x4000 && scope.expansions) {
+            const auto &expansion = by.expansions[weights[index] & 0x3FFF];
+            wide parts(expansion.values, expansion.values + expansion.count);
+            if (backward) std::ranges::reverse(parts);
+            for (vel_wchar part : parts) made.emplace_back(weights[index_of(part)], value);
+        } else {
+            made.emplace_back(weights[index], value);
+        }
+    }
+    std::erase_if(made, [](auto &word) { return word.first == 1; });
+    made.emplace_back(0, stop);
+    return made;
+}
 
-    const vel::collate_category &by_;
-    const uint16_t *weights_;
-    const wide &text_;
-    cursor_scope scope_;
-    int32_t step_, at_;
-    bool over_;
-    int32_t length_ = 1;
-    vel_wchar value_ = 0;
-    std::vector<const vel::collating_element *> marks_;
-    const vel::collating_expansion *part_ = nullptr;
-    int32_t part_at_ = 0;
-};
-
-// -1, 0 or 1 by the cursors. `lone`: whether a character without an index ends a string above one
+// -1, 0 or 1 by the weights. `lone`: whether a character without an index ends a string above one
 // that is over.
 inline int32_t compare_by_rules(const vel::collate_category &by, const wide &a, const wide &b,
                                 cursor_scope scope = {}, bool lone = true) {
     for (int32_t pass = 0; pass < by.pass_count; ++pass) {
-        weight_cursor first(by, pass, a, scope), second(by, pass, b, scope);
-        for (;;) {
-            auto [w1, c1] = first.next();
-            auto [w2, c2] = second.next();
-            if (w1 == 0 && w2 == 0 && (first.over() || second.over())) {
+        const pass_weights first = weights_of(by, pass, a, scope);
+        const pass_weights second = weights_of(by, pass, b, scope);
+        for (size_t i = 0;; ++i) {
+            auto [w1, c1] = first[i];
+            auto [w2, c2] = second[i];
+            if (w1 == 0 && w2 == 0) {
                 if (lone && (c1 != 0) != (c2 != 0)) return c1 ? 1 : -1;
                 break;
             }

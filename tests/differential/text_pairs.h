@@ -42,22 +42,13 @@ private:
         return made;
     }
     std::u32string edit(std::u32string text) {
-        const size_t at = below(text.size());
-        switch (below(6)) {
-        case 0:
-            return text.insert(at, 1, of(marks_));
-        case 1:
-            return text.insert(at, 1, of(own_));
-        case 2:
-            return text.replace(at, 1, 1, of(own_));
-        case 3:
-            std::swap(text[at], text[below(text.size())]);
-            return text;
-        case 4:
-            return text.replace(at, 1, 1, std::towupper(static_cast<wint_t>(text[at])));
-        default:
-            return text.size() > 1 ? text.erase(at, 1) : text;
-        }
+        const size_t at = below(text.size()), how = below(6);
+        if (how == 0) return text.insert(at, 1, of(marks_));
+        if (how == 1) return text.insert(at, 1, of(own_));
+        if (how == 2) text[at] = of(own_);
+        if (how == 3) std::swap(text[at], text[below(text.size())]);
+        if (how == 4) text[at] = std::towupper(static_cast<wint_t>(text[at]));
+        return how == 5 && text.size() > 1 ? text.erase(at, 1) : text;
     }
 
     const words &words_;

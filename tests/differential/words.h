@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <cstring>
 #include <fstream>
+#include <regex>
 #include <set>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,29 +50,22 @@ inline std::string utf8(const std::u32string &codes) {
 }
 
 // The characters that a source writes as <U20AC>, or orders as <S20AC>, as they come in the text.
-inline std::u32string written_characters(std::string_view text) {
+inline std::u32string written_characters(const std::string &text) {
+    static const std::regex name("<[US]([0-9A-Fa-f]{1,8})>");
     std::u32string codes;
-    for (size_t at = 0; (at = text.find('<', at)) != text.npos; ++at) {
-        const std::string name(text.substr(at + 1, 9));
-        if (name[0] != 'U' && name[0] != 'S') continue;
-        char *end;
-        const unsigned long code = strtoul(name.c_str() + 1, &end, 16);
-        if (*end == '>' && code > 0x20) codes += static_cast<char32_t>(code);
-    }
+    for (std::sregex_iterator at(text.begin(), text.end(), name), end; at != end; ++at)
+        codes += static_cast<char32_t>(std::stoul((*at)[1], nullptr, 16));
+    std::erase_if(codes, [](char32_t code) { return code <= 0x20; });
     return codes;
 }
 
 // What stands between quotation marks on one line, which is nearly all text that a source has.
 inline void add_texts_of_source(const std::string &source, std::set<std::u32string> &to) {
-    std::istringstream lines(file_content(source_folder + source));
-    for (std::string line; std::getline(lines, line);) {
-        for (size_t from = 0; (from = line.find('"', from)) != line.npos;) {
-            const size_t to_mark = line.find('"', ++from);
-            if (to_mark == line.npos) break;
-            const std::string text = line.substr(from, to_mark - from);
-            if (text.find_first_of("<%/") == text.npos) to.insert(code_points(text));
-            from = to_mark + 1;
-        }
+    static const std::regex quoted("\"([^\"\n]*)\"");
+    const std::string content = file_content(source_folder + source);
+    for (std::sregex_iterator at(content.begin(), content.end(), quoted), end; at != end; ++at) {
+        const std::string text = (*at)[1];
+        if (text.find_first_of("<%/") == text.npos) to.insert(code_points(text));
     }
 }
 

@@ -28,9 +28,8 @@ struct parts {
     wide_text values() const {
         wide_text values;
         for (const std::string &character : characters) {
-            vel_wchar value = 0;
-            for (char c : character) value = value << 8 | static_cast<unsigned char>(c);
-            values.push_back(value);
+            values.push_back(0);
+            for (unsigned char c : character) values.back() = values.back() << 8 | c;
         }
         return values;
     }
@@ -59,16 +58,11 @@ parts take_apart(vel_locale *locale, const std::string &text, bool counted) {
 using sought = std::pair<int64_t, int32_t>;
 
 sought slow_find(const parts &text, const parts &needle, bool last) {
-    sought result{-1, 0};
-    const size_t n = needle.characters.size();
-    for (size_t i = 0; i + n <= text.characters.size() && (last || result.first < 0); ++i) {
-        if (std::equal(needle.characters.begin(), needle.characters.end(),
-                       text.characters.begin() + static_cast<ptrdiff_t>(i))) {
-            result = {static_cast<int64_t>(i), untouched};
-        }
-    }
-    if (text.error && (last || result.first < 0)) return {-1, text.error};
-    return result;
+    const auto &in = text.characters, &what = needle.characters;
+    const auto at = last ? std::find_end(in.begin(), in.end(), what.begin(), what.end())
+                         : std::search(in.begin(), in.end(), what.begin(), what.end());
+    if (text.error && (last || at == in.end())) return {-1, text.error};
+    return at == in.end() ? sought{-1, 0} : sought{at - in.begin(), untouched};
 }
 
 std::string draw(std::mt19937 &random, const code_set &set, size_t size, size_t kinds, bool spoil) {

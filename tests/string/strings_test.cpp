@@ -47,12 +47,10 @@ TEST(strings, are_searched_for_nothing_and_for_null_characters) {
 // Text is searched in windows that grow from 256 characters.
 TEST(strings, are_found_across_windows) {
     for_each_set([&](const code_set &set, vel_locale *l) {
-        const std::string needle = set.bytes("aXYa");
+        block<char> needle(terminated(set, set.bytes("aXYa")));
         for (size_t at = 245; at < 265; ++at) {
             block<char> text(terminated(set, set.bytes(std::string(at, 'a') + "XYa")));
-            const int32_t before = static_cast<int32_t>((at - 1) * set.least);
-            EXPECT_EQ(text + before,
-                      vel_full_mbsmbs(l, text, block<char>(terminated(set, needle))));
+            EXPECT_EQ(text.get() + (at - 1) * set.least, vel_full_mbsmbs(l, text, needle));
         }
     });
 }
@@ -161,7 +159,6 @@ TEST(strings, fail_in_a_stated_order) {
         SCOPED_TRACE(&f - pairs);
         EXPECT_RESULT(true, VEL_EFAULT, l, f(true, -2, false, -1));
         EXPECT_RESULT(true, VEL_EFAULT, l, f(false, 1, true, -1));
-        EXPECT_RESULT(true, VEL_EMIXEDLEN, l, f(false, -1, false, 1));
         EXPECT_RESULT(true, VEL_EMIXEDLEN, l, f(false, -7, false, -1));
         EXPECT_RESULT(true, VEL_EBADLEN, l, f(false, -2, false, 1));
         EXPECT_RESULT(true, VEL_EBADLEN, l, f(false, 1, false, -3));
@@ -173,10 +170,8 @@ TEST(strings, fail_in_a_stated_order) {
     const char *cut = "b\xE3\x81", *bad = "b\xFFz";
     const row rows[] = {
         {VEL_EFAULT, [&] { return tuk_vel_mbscpy(l, nullptr, a, -2) == -1; }},
-        {VEL_EBADLEN, [&] { return tuk_vel_wcsncpy(l, wd, wa, -2, -1) == -1; }},
         {VEL_EBADLEN, [&] { return !tuk_vel_wcschr(l, wa, -2, 'a'); }},
         {VEL_EBADLEN, [&] { return tuk_vel_mbsntslen(l, a, -2) == -1; }},
-        {VEL_EFAULT, [&] { return vel_wcsntslen(l, nullptr) == -1; }},
         {VEL_ENOPRINT, [&] { return !vel_mbsncpy(l, d, a, -1); }},
         {VEL_ENOPRINT, [&] { return tuk_vel_mbsncat(l, d, 0, a, 1, -1) == -1; }},
         {VEL_EILSEQ, [&] { return !vel_full_mbschr(l, bad, "z"); }},
@@ -193,7 +188,6 @@ TEST(strings, fail_in_a_stated_order) {
          [&] { return tuk_vel_mbscat(l, d, 0, cut, 3) == -1 && memcmp(d, cut, 3) == 0; }},
         {0, [&] { return tuk_vel_mbscat(l, d, 3, "\x82", 1) == 4; }},
         {0, [&] { return tuk_vel_wcscat(nullptr, wd, -1, wa, 1) == -1; }},
-        {0, [&] { return tuk_vel_wcsntslen(nullptr, wa, 1) == 1; }},
         {0, [&] { return !vel_wcscpy(wd, nullptr) && !vel_wcsncpy(wd, wa, -1); }},
     };
     for (const row &r : rows) {
