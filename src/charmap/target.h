@@ -23,9 +23,9 @@
 #define VEL_HAS_WIDE_RUNGS 0
 #endif
 
-// On functions that read aligned blocks of which only a part belongs to a string: the address
-// sanitizer would object to the rest.
-#define VEL_READS_AROUND __attribute__((no_sanitize("address")))
+// On functions that read aligned blocks of which only a part belongs to a string: the sanitizers
+// would object to the rest.
+#define VEL_READS_AROUND __attribute__((no_sanitize("address"), no_sanitize("thread")))
 
 #define VEL_PRAGMA(text) _Pragma(#text)
 #if defined(__clang__)
