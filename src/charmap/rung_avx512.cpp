@@ -92,7 +92,11 @@ struct blocks {
 
 #include "charmap/generic/words.inc.h"
 
+#include "charmap/generic/utf8_masks.inc.h"
+
 #include "charmap/generic/compress_utf8.inc.h"
+
+#include "charmap/generic/pair_masks.inc.h"
 
 #include "charmap/generic/pair_rows.inc.h"
 

@@ -26,15 +26,14 @@ private:
     bool ended_ = false;
 };
 
-// The separators that go between `digits` digits.
+// The separators that go between `digits` digits. The last size repeats.
 inline int32_t count_separators(const vel_grouping &grouping, int32_t digits) {
-    group_sizes sizes(grouping);
-    int32_t count = 0;
-    for (int32_t size = sizes.next(); size > 0 && digits > size; size = sizes.next()) {
-        digits -= size;
-        ++count;
+    int32_t size = 0, count = 0;
+    for (; count < grouping.count; ++count, digits -= size) {
+        size = grouping.sizes[count];
+        if (size <= 0 || digits <= size) return count;
     }
-    return count;
+    return size > 0 ? count + (digits - 1) / size : 0;
 }
 
 } // namespace vel

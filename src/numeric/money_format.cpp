@@ -32,8 +32,10 @@ int32_t fill_columns(const vel_locale *locale, const money_directive &how,
                      const decimal_style &style, int32_t digits) {
     if (how.left_digits <= digits) return 0;
     int64_t columns = int64_t{how.left_digits} - digits;
-    columns += style.groups.separator_columns(locale, how.left_digits);
-    columns -= style.groups.separator_columns(locale, digits);
+    const int64_t separators =
+        style.groups.separators(how.left_digits) - style.groups.separators(digits);
+    if (separators > 0)
+        columns += separators * display_columns(locale, style.groups.separator->wide);
     return static_cast<int32_t>(columns < INT32_MAX ? columns : INT32_MAX);
 }
 

@@ -1,5 +1,5 @@
 // The parsing of money: an amount is matched against the forms that formatting could have given it.
-#include "numeric/decimal.h"
+#include "numeric/digit_collector.h"
 #include "numeric/directive.h"
 #include "numeric/money_form.h"
 #include "numeric/parse_digits.h"
@@ -16,29 +16,6 @@ struct scanned_amount {
     double value = 0;
 };
 
-// Digits as they come. Of those that no double can depend on only whether one is not zero is kept.
-class digit_collector {
-public:
-    void add(int32_t digit, bool is_fraction) {
-        any_ = true;
-        const bool is_kept = count_ < max_decimal_digits;
-        if (is_kept) digits_[count_] = static_cast<char>('0' + digit);
-        if (!is_kept && digit != 0) digits_[max_decimal_digits - 1] = '1';
-        exponent_ += !is_kept - is_fraction;
-        count_ += is_kept && (count_ > 0 || digit != 0);
-    }
-    bool any() const { return any_; }
-    double value(bool *out_of_range) const {
-        return nearest_double(digits_, count_, exponent_, out_of_range);
-    }
-
-private:
-    int32_t count_ = 0;
-    int32_t exponent_ = 0; // of the last digit
-    bool any_ = false;
-    char digits_[max_decimal_digits];
-};
-
 template <typename Unit>
 bool take_point(const vel_locale *locale, bounded_text<Unit> &at, const mark &point) {
     if (point.own()) return skip_text(at, point.text->wide);
@@ -52,20 +29,22 @@ scanned_amount take_amount(vel_locale *locale, char_reader<Unit> &at, const mone
     const bool skips_fill = digit_of(locale, how.fill) < 0;
     while (skips_fill && at.peek() == how.fill) at.next();
     skip_space(locale, at);
-    digit_collector digits;
-    scanned_amount amount;
+    char buffer[max_decimal_digits];
+    digit_collector digits(buffer);
+    const auto take = [&](int32_t digit) { digits.take(digit); };
     bounded_text<Unit> in(locale, at.at(), INT32_MAX);
-    amount.misgrouped = read_digits(in, 10, style.groups, [&](int32_t digit) {
-                            digits.add(digit, false);
-                        }).misgrouped;
+    const digits_read whole = read_digits(in, 10, style.groups, take);
+    scanned_amount amount;
+    amount.misgrouped = whole.misgrouped;
+    amount.found = whole.count > 0;
     bounded_text<Unit> behind = in;
     if (money_places(locale, how) > 0 && take_point(locale, behind, style.point)) {
-        auto take = [&](int32_t digit) { digits.add(digit, true); };
-        read_digits(behind, 10, digit_groups(), take);
-        if (digits.any()) in = behind;
+        const int32_t places = read_digits(behind, 10, digit_groups(), take).count;
+        digits.add_exponent(-places);
+        amount.found |= places > 0;
+        if (amount.found) in = behind;
     }
     at = char_reader<Unit>(locale, in.at());
-    amount.found = digits.any();
     if (amount.found) amount.value = digits.value(&amount.out_of_range);
     return amount;
 }

@@ -2,7 +2,6 @@
 #include <cmath>
 #include <limits>
 #include <random>
-#include <span>
 
 #include "numeric/formatting.h"
 
@@ -13,72 +12,53 @@ constexpr char german[] = "de_de.utf8", english[] = "en_us.utf8", indian[] = "bn
 
 // The common flags and widths are held against the host's for all locales elsewhere.
 TEST_F(formatting, integers) {
-    struct row {
-        const char *format;
-        int32_t value;
-        const char *expected, *locale = english;
-    };
-    const auto check = [&](std::span<const row> rows) {
-        for (const row &each : rows)
-            EXPECT_EQ(format(each.locale, each.format, each.value), each.expected)
-                << each.locale << " " << each.format;
-    };
-    const row short_rows[] = {
+    const format_row<int32_t> short_rows[] = {
         {"%d", 0, "0"},         {"%q", 7, "13"},        {"%.d", 0, "0"},
         {"%b", 5, "101"},       {"%#o", 8, "010"},      {"%ld", 42, "42"},
         {"%x", -255, "-ff"},    {"%hu", -1, "65535"},   {"%d", -7, "-7", ""},
         {"%#.5o", 8, "00010"},  {"%#X", -255, "-0XFF"}, {"%05d", -42, "-0042"},
         {"% 05d", 42, " 0042"}, {"a%%b%ic", 7, "a%b7c"}};
-    const row middle_rows[] = {
+    const format_row<int32_t> middle_rows[] = {
         {"%u", -1, "4294967295"},   {"%5d|%%", -42, "  -42|%"},  {"%+'5d", 1234, "+1234", ""},
         {"%-05d|", 42, "42   |"},   {"%8.5d", -42, "  -00042"},  {"%d", INT32_MIN, "-2147483648"},
         {"%#x %%", 255, "0xff %"},  {"%#8x|", 255, "    0xff|"}, {"%#06x", 0xAB, "000xab", ebcdic},
         {"%hd", 0x18000, "-32768"}, {"%#08x|", 255, "00000xff|"}};
-    const row long_rows[] = {{"%'012d", 1234567, "0001,234,567"},
-                             {"%'12d|", 1234567, "   1,234,567|"},
-                             {"%'d", 1234567, "1.234.567", german},
-                             {"%'+10d!", 12345, "   +12,345!", ebcdic},
-                             {"%'d", 123456789, "12,34,56,789", indian},
-                             {"%'10d|", 1234567, " 1\u202F234\u202F567|", "fr_fr.utf8"}};
-    check(short_rows);
-    check(middle_rows);
-    check(long_rows);
+    const format_row<int32_t> long_rows[] = {
+        {"%'012d", 1234567, "0001,234,567"},
+        {"%'12d|", 1234567, "   1,234,567|"},
+        {"%'d", 1234567, "1.234.567", german},
+        {"%'+10d!", 12345, "   +12,345!", ebcdic},
+        {"%'d", 123456789, "12,34,56,789", indian},
+        {"%'10d|", 1234567, " 1\u202F234\u202F567|", "fr_fr.utf8"}};
+    check_formats(short_rows);
+    check_formats(middle_rows);
+    check_formats(long_rows);
     EXPECT_EQ(format(english, "%040d", 7), std::string(39, '0') + "7");
     EXPECT_EQ(format(english, "%*d|%-*d|%.*d|%*d", 4, 1, 3, 2, 3, 3, -4, 4), "   1|2  |003|4");
 }
 
 TEST_F(formatting, doubles) {
     const double infinite = std::numeric_limits<double>::infinity();
-    struct row {
-        const char *format;
-        double value;
-        std::string expected;
-        const char *locale = english;
-    };
-    const auto check = [&](std::span<const row> rows) {
-        for (const row &each : rows)
-            EXPECT_EQ(format(each.locale, each.format, each.value), each.expected)
-                << each.locale << " " << each.format;
-    };
-    const row short_rows[] = {{"%f", 0.1, "0.100000"},          {"%100f", 1, "error 14"},
-                              {"%.0E", 1e-123, "1E-123"},       {"%g %%", 1e5, "100000 %"},
-                              {"%9f|", -infinite, "-Inf|"},     {"%6f|", infinite, "   Inf|"},
-                              {"%+f", -std::nan(""), "NaN"},    {"%e", 1e100, "1.000000e+10"},
-                              {"%.2147483647g", 0.5, "0.5"},    {"%-6f|", infinite, "Inf   |"},
-                              {"%'e", 12345, "1.234500e+04"},   {"%f", infinite, "Inf", ebcdic},
-                              {"%.2147483647f", 1, "error 14"}, {"%.2147483647e", 1, "error 14"}};
-    const row middle_rows[] = {
+    const format_row<double> short_rows[] = {
+        {"%f", 0.1, "0.100000"},          {"%100f", 1, "error 14"},
+        {"%.0E", 1e-123, "1E-123"},       {"%g %%", 1e5, "100000 %"},
+        {"%9f|", -infinite, "-Inf|"},     {"%6f|", infinite, "   Inf|"},
+        {"%+f", -std::nan(""), "NaN"},    {"%e", 1e100, "1.000000e+10"},
+        {"%.2147483647g", 0.5, "0.5"},    {"%-6f|", infinite, "Inf   |"},
+        {"%'e", 12345, "1.234500e+04"},   {"%f", infinite, "Inf", ebcdic},
+        {"%.2147483647f", 1, "error 14"}, {"%.2147483647e", 1, "error 14"}};
+    const format_row<double> middle_rows[] = {
         {"%'.2f", -1234.5, "-1234.50", ""},         {"%#.2147483647g", 0.5, "error 14"},
         {"%'.2f", -1234.5, "-1,234.50", ebcdic},    {"%e", 12345.678, "1,234568e+04", german},
         {"%'14.2f|", 1234567.5, "  1,234,567.50|"},
     };
-    const row long_rows[] = {{"%99.1f", 2.5, std::string(96, ' ') + "2.5"},
-                             {"%'.1f", 12345678.9, "1,23,45,678.9", indian},
-                             {"%120f", infinite, std::string(117, ' ') + "Inf"},
-                             {"%'-14.2f|", -1234567.5, "-1.234.567,50 |", german}};
-    check(short_rows);
-    check(middle_rows);
-    check(long_rows);
+    const format_row<double> long_rows[] = {{"%99.1f", 2.5, std::string(96, ' ') + "2.5"},
+                                            {"%'.1f", 12345678.9, "1,23,45,678.9", indian},
+                                            {"%120f", infinite, std::string(117, ' ') + "Inf"},
+                                            {"%'-14.2f|", -1234567.5, "-1.234.567,50 |", german}};
+    check_formats(short_rows);
+    check_formats(middle_rows);
+    check_formats(long_rows);
 }
 
 // The host's own text, with the point of its C locale.

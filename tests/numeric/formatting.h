@@ -63,6 +63,20 @@ protected:
         return text;
     }
 
+    // A value, and what a format makes of it.
+    template <typename Value> struct format_row {
+        const char *format;
+        Value value;
+        std::string expected;
+        const char *locale = "en_us.utf8";
+    };
+    template <typename Value, size_t count>
+    void check_formats(const format_row<Value> (&rows)[count]) {
+        for (const format_row<Value> &each : rows)
+            EXPECT_EQ(format(each.locale, each.format, each.value), each.expected)
+                << each.locale << " " << each.format;
+    }
+
     // What a format makes of its arguments, "error N" for a failure. A null locale has no multibyte
     // text.
     template <typename... Arguments>

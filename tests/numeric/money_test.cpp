@@ -1,5 +1,4 @@
 // Money, formatted and read back.
-#include <random>
 #include <span>
 
 #include "numeric/formatting.h"
@@ -46,49 +45,23 @@ TEST_F(formatting, money_of_every_placement) {
     vel_locale *locale = load(english);
     vel_monetary_conventions &numbers = locale->conventions.monetary;
     const vel_monetary_conventions saved = numbers;
-    const char *expected[2][5][3] = {{{"(1$)", "(1 $)", "(1$)"},
-                                      {"-1$", "-1 $", "- 1$"},
-                                      {"1$-", "1 $-", "1$ -"},
-                                      {"1-$", "1 -$", "1- $"},
-                                      {"1$-", "1 $-", "1$ -"}},
-                                     {{"($1)", "($ 1)", "($1)"},
-                                      {"-$1", "-$ 1", "- $1"},
-                                      {"$1-", "$ 1-", "$1 -"},
-                                      {"-$1", "-$ 1", "- $1"},
-                                      {"$-1", "$- 1", "$ -1"}}};
+    // Behind and before the amount, by the place of the sign; with no blank, one, and one at the
+    // sign.
+    const char *expected[2][5] = {
+        {"(1$) (1 $) (1$)", "-1$ -1 $ - 1$", "1$- 1 $- 1$ -", "1-$ 1 -$ 1- $", "1$- 1 $- 1$ -"},
+        {"($1) ($ 1) ($1)", "-$1 -$ 1 - $1", "$1- $ 1- $1 -", "-$1 -$ 1 - $1", "$-1 $- 1 $ -1"}};
     for (int32_t precedes : {0, 1}) {
         for (int32_t position = 0; position < 5; ++position) {
+            std::string written;
             for (int32_t space : {0, 1, 2}) {
                 numbers.n_cs_precedes = precedes, numbers.n_sign_posn = position;
                 numbers.n_sep_by_space = space;
-                EXPECT_EQ(money(english, "%.0n", -1.0), expected[precedes][position][space]);
+                written += (space ? " " : "") + money(english, "%.0n", -1.0);
             }
+            EXPECT_EQ(written, expected[precedes][position]);
         }
     }
     numbers = saved;
-}
-
-TEST_F(formatting, money_reads_back) {
-    std::mt19937 random(9);
-    for (const char *name :
-         {"de_de.utf8", "fr_fr.utf8", "hi_in.utf8", "en_us.ibm-037", "nl_nl.utf8", "ja_jp.eucjp",
-          "de_ch.utf8", "ar_eg.utf8", "kk_kz.utf8", ""}) {
-        for (const char *text : {"%n %i", "%(#9n;%!i", "%=*#12.3n;%-30n;%(n", "%^12i/%+n"}) {
-            vel_locale *locale = load(name);
-            const wide_text format = widen(locale, text);
-            for (int i = 0; i < 100; ++i) {
-                const double amounts[3] = {int32_t(random()) / 8.0, int32_t(random()) / 64.0, -0.5};
-                vel_wchar first[300], again[300];
-                double read[3] = {};
-                vel_wcsfmon(locale, first, 299, format.data(), amounts[0], amounts[1], amounts[2]);
-                ASSERT_GE(vel_wcspmon(locale, first, format.data(), read, read + 1, read + 2), 2)
-                    << name << text << amounts[0] << " " << error_of(locale);
-                vel_wcsfmon(locale, again, 299, format.data(), read[0], read[1], read[2]);
-                for (int k = 0; first[k] || again[k]; ++k)
-                    ASSERT_EQ(first[k], again[k]) << name << text << amounts[0];
-            }
-        }
-    }
 }
 
 TEST_F(formatting, money_parsing) {

@@ -106,18 +106,11 @@ struct pair_block {
 };
 
 inline pair_block look_at_pairs(const pair_rows &rows, __m512i block, __m512i next) {
-    constexpr uint64_t even = 0x5555555555555555;
     uint64_t high = _mm512_movepi8_mask(block);
     __m512i kinds = noted(rows.kind, block);
     uint64_t leads = high & of_kind(kinds, byte_leads_pair);
     uint64_t alone = ~high | of_kind(kinds, byte_stands_alone);
-    // In a run of leads every other byte is a trail, and so is the byte behind a run of odd length.
-    // Adding the first bytes of the runs that begin at even places clears just those runs.
-    uint64_t first = leads & ~(leads << 1);
-    uint64_t even_runs = leads & ~(leads + (first & even));
-    uint64_t odd_runs = leads & ~even_runs;
-    uint64_t trails = (even_runs << 1 & ~even) | (odd_runs << 1 & even);
-    uint64_t starts = ~trails;
+    uint64_t starts = ~trails_behind(leads);
     uint64_t good = alone | (leads & in_runs(rows, block, next));
     uint64_t stop = (starts & ~good) | (starts & leads & (uint64_t{1} << 63));
     size_t size = stop ? static_cast<size_t>(__builtin_ctzll(stop)) : 64;
