@@ -59,6 +59,14 @@ ordering comparing(const word_list_ptr &list, const std::vector<Text> &words, Co
     return made;
 }
 
+// The first eight bytes of a key as a number that is ordered as they are.
+inline std::uint64_t head_of(const char *key, std::size_t size) {
+    std::uint64_t head = 0;
+    for (std::size_t i = 0; i < sizeof head; ++i)
+        head = head << 8 | (i < size ? static_cast<unsigned char>(key[i]) : 0);
+    return head;
+}
+
 // `write(text, out, room)` gives the bytes of a key; the room is that of the longest.
 template <typename Text, typename Write>
 void add_keys(ordering &to, const word_list_ptr &list, const std::vector<Text> &words,
@@ -85,10 +93,22 @@ void add_keys(ordering &to, const word_list_ptr &list, const std::vector<Text> &
     };
     auto sort = [=] {
         make_keys();
-        return sorted(texts->size(), [&](std::uint32_t a, std::uint32_t b) {
-            int order = compare((*keys)[a], (*keys)[b]);
-            return order < 0 || (order == 0 && a < b);
+        struct record {
+            std::uint64_t head; // of the key, which mostly decides
+            std::uint32_t place;
+        };
+        std::vector<record> records;
+        for (const key &of : *keys)
+            records.push_back({head_of(&(*memory)[of.from], of.size),
+                               static_cast<std::uint32_t>(records.size())});
+        std::sort(records.begin(), records.end(), [&](const record &a, const record &b) {
+            if (a.head != b.head) return a.head < b.head;
+            int order = compare((*keys)[a.place], (*keys)[b.place]);
+            return order < 0 || (order == 0 && a.place < b.place);
         });
+        std::vector<std::uint32_t> places;
+        for (const record &of : records) places.push_back(of.place);
+        return places;
     };
     to.keys.pass = [=, owner = list] { // each where the one before was
         std::int64_t bytes = 0;

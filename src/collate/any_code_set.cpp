@@ -1,6 +1,7 @@
 // Collating multibyte strings of any code set: single-byte text and UTF-8 as they stand, all other
 // as wide values.
 #include "collate/faces.h"
+#include "collate/plain_text.h"
 #include "collate/validity.h"
 #include "vels/collate.h"
 #include "vels/multibyte.h"
@@ -8,57 +9,54 @@
 namespace vel {
 namespace {
 
-// Two strings, both terminated or both counted.
-struct string_pair {
-    const char *s1;
-    int32_t len1;
-    const char *s2;
-    int32_t len2;
-};
-
-// Any texts. What they have in common is checked once.
-[[gnu::noinline]] bool find_checked(vel_locale *locale, const string_pair &strings, utf8_text *a,
-                                    utf8_text *b) {
+// Any texts, and the bytes that they have in common. What those are is checked once.
+bool find_checked(vel_locale *locale, const string_pair &strings, utf8_text *a, utf8_text *b,
+                  size_t *same) {
     *a = text_in<utf8_text>(strings.s1, strings.len1);
     *b = text_in<utf8_text>(strings.s2, strings.len2);
-    size_t common = common_start(*a, *b);
-    return is_valid(locale, *a) && is_valid(locale, utf8_text{b->at + common, b->end});
+    *same = common_start(*a, *b);
+    return is_valid(locale, *a) && is_valid(locale, utf8_text{b->at + *same, b->end});
 }
 
-// Texts of which long parts are the same and the rest is short and plain; `common` is in bytes.
-[[gnu::noinline]] bool find_similar(vel_locale *locale, const string_pair &strings, size_t common,
-                                    utf8_text *a, utf8_text *b) {
-    const unsigned char *begin_a = as_bytes(strings.s1), *begin_b = as_bytes(strings.s2);
-    // A character that lies across the end of the common part belongs to the rest.
+// How many bytes in common are left when a character that goes on behind them is not counted.
+size_t up_to_character(const unsigned char *text, size_t common) {
     for (size_t back = 1; back < max_character_bytes && back < common; ++back) {
-        unsigned char byte = begin_a[common - back];
-        if (byte < 0x80) break;
-        if (byte < 0xC0) continue;
-        common -= back;
-        break;
+        unsigned char byte = text[common - back];
+        if (byte < 0x80) return common;
+        if (byte >= 0xC0) return common - back;
     }
+    return common;
+}
+
+// The same where long parts are the same and the rest is plain, or for any texts.
+[[gnu::noinline]] bool find_long(vel_locale *locale, const string_pair &strings, utf8_text *a,
+                                 utf8_text *b, size_t *same) {
+    const unsigned char *begin_a = as_bytes(strings.s1), *begin_b = as_bytes(strings.s2);
+    size_t common = up_to_character(begin_a, equal_pieces(strings));
     int32_t used = static_cast<int32_t>(common);
-    int32_t rest1 = strings.len1 == -1 ? -1 : strings.len1 - used;
-    int32_t rest2 = strings.len2 == -1 ? -1 : strings.len2 - used;
-    bool plain = find_plain(strings.s1 + common, rest1, a) &&
-                 find_plain(strings.s2 + common, rest2, b) &&
+    string_pair rest{strings.s1 + common, strings.len1 == -1 ? -1 : strings.len1 - used,
+                     strings.s2 + common, strings.len2 == -1 ? -1 : strings.len2 - used};
+    bool plain = common > 0 && find_plain_pair(rest, a, b, same) &&
                  is_valid(locale, utf8_text{begin_a, begin_a + common});
+    if (!plain) return find_checked(locale, strings, a, b, same);
     a->at = begin_a;
     b->at = begin_b;
-    return plain;
+    *same += common;
+    return true;
 }
 
 int32_t collate_utf8(vel_locale *locale, const string_pair &strings) {
     if (strings.len1 < -1 || strings.len2 < -1) return fail_zero(locale, VEL_EILSEQ);
     utf8_text a, b;
-    size_t same = equal_blocks(strings.s1, strings.len1, strings.s2, strings.len2);
-    bool found = same == 0 ? find_plain(strings.s1, strings.len1, &a) &&
-                                 find_plain(strings.s2, strings.len2, &b)
-                           : find_similar(locale, strings, same, &a, &b);
-    if (!found && !find_checked(locale, strings, &a, &b)) return fail_zero(locale, VEL_EILSEQ);
-    if (locale->collate.code_order) [[unlikely]]
+    size_t same;
+    bool found =
+        find_plain_pair(strings, &a, &b, &same) || find_long(locale, strings, &a, &b, &same);
+    if (!found) return fail_zero(locale, VEL_EILSEQ);
+    const collate_category &collate = locale->collate;
+    if (collate.code_order) [[unlikely]]
         return compare_values(a, b);
-    return collate_texts(locale, a, b, same);
+    if (!utf8_text::covered(collate.layout)) same = 0;
+    return settle(locale, compare_behind(same, weighing(collate), a, b));
 }
 
 int32_t collate_bytes(vel_locale *locale, const string_pair &strings) {

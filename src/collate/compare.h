@@ -37,10 +37,11 @@ template <typename Text>
 }
 
 // Compares in all passes whatever the weights. `a` and `b` are the texts from their beginning,
-// `from_a` and `from_b` what has to be looked at in forward passes.
+// `from_a` and `from_b` where they may begin to differ.
 template <typename Text>
 [[gnu::noinline]] int32_t compare_fully(const weighing &by, Text a, Text b, Text from_a,
                                         Text from_b) {
+    back_to_safe(by, a, from_a, from_b);
     unit_list left, right;
     if (by.is_backward(0)) return compare_lower(by, a, b, left, right, 0, false);
     bool keep = by.passes() > 1;
@@ -53,15 +54,21 @@ template <typename Text>
     return compare_lower(by, a, b, left, right, 1, from_a.at == a.at);
 }
 
-// -1, 0, 1 or out_of_memory. The texts are known to begin with `same` bytes in common.
+// -1, 0, 1 or out_of_memory. What the texts have in common at their beginning, as far as that may
+// be skipped, is `common` bytes or values.
 template <typename Text>
-[[gnu::always_inline]] inline int32_t compare_texts(const weighing &by, Text a, Text b,
-                                                    size_t same = 0) {
+[[gnu::always_inline]] inline int32_t compare_behind(size_t common, const weighing &by, Text a,
+                                                     Text b) {
     if (by.passes() == 0) return 0;
-    Text from_a = a, from_b = b;
-    skip_equal(by, from_a, from_b, same);
+    Text from_a{a.at + common, a.end}, from_b{b.at + common, b.end};
     int32_t order = compare_quickly(by, from_a, from_b);
-    return order != undecided ? order : compare_fully(by, a, b, from_a, from_b);
+    if (order != undecided) [[likely]]
+        return order;
+    return compare_fully(by, a, b, from_a, from_b);
+}
+
+template <typename Text> int32_t compare_texts(const weighing &by, Text a, Text b) {
+    return compare_behind(common_start(by, a, b), by, a, b);
 }
 
 // The order of two texts by the values of their characters: of the first that differ, or as many as

@@ -4,11 +4,30 @@
 #include <bit>
 #include <cstring>
 
-#include "collate/load_some.h"
+#include "charmap/target.h"
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace vel {
 
 #ifdef __SSE2__
+
+constexpr size_t block_bytes = 16;
+
+// A block of which the first n bytes are those at `at`. May read beyond them, but not beyond their
+// page.
+VEL_READS_AROUND inline __m128i load_some(const unsigned char *at, size_t n) {
+    constexpr uintptr_t page = 4096;
+    bool readable =
+        n == block_bytes || reinterpret_cast<uintptr_t>(at) % page <= page - block_bytes;
+    if (readable) [[likely]]
+        return _mm_loadu_si128(reinterpret_cast<const __m128i *>(at));
+    unsigned char bytes[block_bytes] = {};
+    memcpy(bytes, at, n);
+    return _mm_loadu_si128(reinterpret_cast<const __m128i *>(bytes));
+}
 
 // The first place, below n, where two byte strings differ, or n.
 inline size_t equal_bytes(const unsigned char *a, const unsigned char *b, size_t n) {

@@ -20,9 +20,8 @@ inline int32_t settle(vel_locale *locale, int32_t order) {
 }
 
 // Compares by the tables of the locale.
-template <typename Text>
-int32_t collate_texts(vel_locale *locale, Text a, Text b, size_t same = 0) {
-    return settle(locale, compare_texts(weighing(locale->collate), a, b, same));
+template <typename Text> int32_t collate_texts(vel_locale *locale, Text a, Text b) {
+    return settle(locale, compare_texts(weighing(locale->collate), a, b));
 }
 
 wide_text find_text(const vel_wchar *wide, int32_t length);

@@ -1,14 +1,13 @@
 // Sort keys: bytes whose plain order is that of the collation.
 #include "collate/faces.h"
-#include "collate/key_writer.h"
+#include "collate/plain_text.h"
+#include "collate/quick_key.h"
 #include "collate/validity.h"
 #include "vels/collate.h"
 #include "vels/multibyte.h"
 
 namespace vel {
 namespace {
-
-constexpr unsigned char pass_separator = 1;
 
 // Lengths beyond what a result can say are all the longest it can.
 int32_t as_length(size_t count) {
@@ -27,58 +26,43 @@ struct key_form {
 };
 
 // Writes the weights of one pass.
-using pass_writer = void(key_writer &to, const key_form &form, const weighing &by, int32_t pass,
-                         const unit_list &list);
-
-// Digits that are 0 here are those of the form.
-template <uint32_t weight_digits, uint32_t value_digits>
-void put_any_pass(key_writer &to, const key_form &form, const weighing &by, int32_t pass,
-                  const unit_list &list) {
-    const uint32_t of_weight = weight_digits ? weight_digits : form.weight_digits;
-    const uint32_t of_value = value_digits ? value_digits : form.value_digits;
+void put_pass(key_writer &to, const key_form &form, const weighing &by, int32_t pass,
+              const unit_list &list) {
     key_writer key = to; // a copy that no byte stored can change
     rank_stream ranks(by, pass, listed_units(list, by.is_backward(pass)));
     for (rank_t rank = ranks.next(); !is_end_rank(rank); rank = ranks.next()) {
-        key.put_number(rank_number(rank), of_weight);
-        if (rank_value(rank)) key.put_number(rank_value(rank), of_value);
+        key.put_number(rank_number(rank), form.weight_digits);
+        if (rank_value(rank)) key.put_number(rank_value(rank), form.value_digits);
     }
     to = key;
 }
 
-// For units of which none expands.
-template <uint32_t weight_digits, uint32_t value_digits>
+// The same for units of which none expands.
 void put_plain_pass(key_writer &to, const key_form &form, const weighing &by, int32_t pass,
                     const unit_list &list) {
-    const uint32_t of_weight = weight_digits ? weight_digits : form.weight_digits;
-    const uint32_t of_value = value_digits ? value_digits : form.value_digits;
-    unsigned char *at = to.room_for(list.size() * (of_weight + of_value));
-    if (!at || by.is_backward(pass)) {
-        return put_any_pass<weight_digits, value_digits>(to, form, by, pass, list);
-    }
+    unsigned char *at = to.room_for(list.size() * (form.weight_digits + form.value_digits));
+    if (!at || by.is_backward(pass)) return put_pass(to, form, by, pass, list);
     const uint16_t *weights = by.by.layout.weights + pass;
     const uint32_t row_bits = by.by.layout.row_bits;
     for (const unit *next = list.begin(), *end = list.end(); next < end; ++next) {
         uint32_t weight = weights[next->index << row_bits];
         if (weight == weight_ignore) continue;
-        at = key_writer::write_number(at, weight & weight_mask, of_weight);
-        if (weight & weight_positional) at = key_writer::write_number(at, next->value, of_value);
+        at = key_writer::write_number(at, weight & weight_mask, form.weight_digits);
+        if (weight & weight_positional) {
+            at = key_writer::write_number(at, next->value, form.value_digits);
+        }
     }
     to.stored_up_to(at);
 }
 
-pass_writer *writer_of(const key_form &form, uint32_t traits) {
-    bool usual = form.weight_digits == 2 && form.value_digits == 5;
-    if (traits & expands) return usual ? put_any_pass<2, 5> : put_any_pass<0, 0>;
-    return usual ? put_plain_pass<2, 5> : put_plain_pass<0, 0>;
-}
-
 // The key of a text by the tables of the locale, behind what the writer has written.
-template <typename Text> int32_t put_key(vel_locale *locale, key_writer key, Text text) {
+template <typename Text>
+[[gnu::noinline]] int32_t put_key(vel_locale *locale, key_writer key, Text text) {
     weighing by(locale->collate);
     key_form form(locale);
     if (by.passes() == 0) return as_length(key.finish());
     unit_list list;
-    pass_writer *put = writer_of(form, keep_units(by, text, list));
+    auto put = keep_units(by, text, list) & expands ? put_pass : put_plain_pass;
     if (list.failed()) return fail(locale, VEL_ENOMEM);
     for (int32_t pass = 0; pass < by.passes(); ++pass) {
         if (pass > 0) key.put(pass_separator);
@@ -87,11 +71,12 @@ template <typename Text> int32_t put_key(vel_locale *locale, key_writer key, Tex
     return as_length(key.finish());
 }
 
-template <typename Text>
-int32_t put_direct_key(vel_locale *locale, key_writer key, const char *string) {
-    Text text;
-    if (!find_plain(string, -1, &text)) {
-        text = text_in<Text>(string, -1);
+int32_t put_utf8_key(vel_locale *locale, key_writer key, const char *string) {
+    utf8_text text{as_bytes(string), find_plain_end(as_bytes(string), -1)};
+    if (text.end) {
+        if (put_quick_key(key, locale->collate, text)) return as_length(key.finish());
+    } else {
+        text = text_in<utf8_text>(string, -1);
         if (!is_valid(locale, text)) return fail(locale, VEL_EILSEQ);
     }
     return put_key(locale, key, text);
@@ -147,8 +132,8 @@ int32_t vel_full_mbsxfrm(vel_locale *locale, char *out, const char *string, int3
     if (is_missing(out, string, size)) return fail(locale, VEL_EFAULT);
     if (is_tabled(locale->collate)) {
         key_writer key = writer_for(out, size);
-        if (is_utf8(locale)) return put_direct_key<utf8_text>(locale, key, string);
-        if (locale->single_byte) return put_direct_key<byte_text>(locale, key, string);
+        if (is_utf8(locale)) return put_utf8_key(locale, key, string);
+        if (locale->single_byte) return put_key(locale, key, text_in<byte_text>(string, -1));
     }
     decoded_text text(locale, string, -1);
     return text ? vel_wcsxfrm(locale, out, text.values(), size) : -1;

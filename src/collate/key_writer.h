@@ -5,10 +5,15 @@
 // passes.
 #pragma once
 
-#include <cstddef>
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 namespace vel {
+
+constexpr uint32_t key_base = 254;
+constexpr unsigned char key_zero = 2;
+constexpr unsigned char pass_separator = 1;
 
 // The digits of every number of a kind whose largest is `bound`.
 constexpr uint32_t key_digits(uint32_t bound) {
@@ -48,18 +53,24 @@ public:
                                                               uint32_t digits) {
         uint32_t value = number - 2;
         if (number < 2) [[unlikely]] {
-            for (uint32_t i = 0; i < digits; ++i) out[i] = i + 1 < digits ? zero : zero - 1;
+            for (uint32_t i = 0; i < digits; ++i) out[i] = i + 1 < digits ? key_zero : key_zero - 1;
         } else if (digits == 2) {
             write_two(out, value);
         } else if (digits == 5) { // those of 2 and 5 are what most keys are made of
-            uint32_t upper = value / (base * base);
-            out[0] = out[1] = out[2] = zero;
+            uint32_t upper = value / (key_base * key_base);
+            out[0] = out[1] = out[2] = key_zero;
             if (upper) write_three(out, upper);
             write_two(out + 3, value);
         } else {
-            for (uint32_t i = digits; i-- > 0; value /= base) out[i] = digit(value);
+            for (uint32_t i = digits; i-- > 0; value /= key_base) out[i] = digit(value);
         }
         return out + digits;
+    }
+
+    // Bytes of which all are stored that fit.
+    void put_all(const unsigned char *bytes, size_t count) {
+        if (count_ < size_) memcpy(out_ + count_, bytes, std::min(count, size_ - count_));
+        count_ += count;
     }
 
     // Ends the key, if there is room for that, and gives its length.
@@ -69,24 +80,20 @@ public:
     }
 
 private:
-    static constexpr uint32_t base = 254;
-    static constexpr unsigned char zero = 2;
-    static constexpr size_t most_digits = 5;
-
     static unsigned char digit(uint32_t value) {
-        return static_cast<unsigned char>(value % base + zero);
+        return static_cast<unsigned char>(value % key_base + key_zero);
     }
     static void write_two(unsigned char *out, uint32_t value) {
-        out[0] = digit(value / base);
+        out[0] = digit(value / key_base);
         out[1] = digit(value);
     }
     static void write_three(unsigned char *out, uint32_t value) {
-        out[0] = digit(value / (base * base));
+        out[0] = digit(value / (key_base * key_base));
         write_two(out + 1, value);
     }
     [[gnu::noinline]] static void put_what_fits(unsigned char *out, size_t size, size_t count,
                                                 uint32_t number, uint32_t digits) {
-        unsigned char written[most_digits];
+        unsigned char written[sizeof(uint64_t)] = {}; // five digits and to spare
         write_number(written, number, digits);
         for (size_t i = 0; i < digits && count + i < size; ++i) out[count + i] = written[i];
     }

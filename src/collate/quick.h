@@ -21,41 +21,53 @@ public:
     template <typename Text> [[gnu::always_inline]] int32_t compare(Text a, Text b) {
         for (;;) {
             place x = next(a), y = next(b);
-            if (x.rank == unknown || y.rank == unknown) [[unlikely]]
+            if (traits_ & needs_units) [[unlikely]]
                 return undecided;
-            if (x.rank != y.rank) return x.rank < y.rank ? -1 : 1;
-            if (x.rank == rank_of_end) break;
-            if (x.index != y.index || x.value != y.value) note(x, y);
+            if (x.index == y.index && x.value == y.value) {
+                if (x.index == no_index) return tie();
+                continue;
+            }
+            rank_t left = rank_of(x.weight, x.value), right = rank_of(y.weight, y.value);
+            if (left != right) {
+                if (goes_on_as_element(x, a) || goes_on_as_element(y, b)) return undecided;
+                return left < right ? -1 : 1;
+            }
+            note(x, y);
         }
-        return tie();
     }
 
 private:
     struct place {
-        rank_t rank; // in the first pass
+        uint32_t weight; // in the first pass
         uint32_t index;
         vel_wchar value;
+        uint32_t traits;
     };
-    static constexpr rank_t unknown = ~rank_t{0};
 
-    // The next character that is not ignorable in the first pass.
+    // The next character that is not ignorable in the first pass. One without an index is the end.
     template <typename Text> [[gnu::always_inline]] place next(Text &text) {
         while (!text.done()) {
-            vel_wchar value = text.take();
-            uint32_t index = index_in<Text>(by_, value);
-            if (index == no_index) [[unlikely]]
-                return {unknown, 0, 0};
-            uint8_t traits = by_.traits[index];
-            if (traits & begins_element && may_be_element(by_, index, text)) [[unlikely]]
-                return {unknown, 0, 0};
-            odd_ |= traits;
+            auto [value, cell] = text.take(*by_.by.characters);
+            if (!is_end(cell)) [[unlikely]] {
+                traits_ |= needs_units;
+                break;
+            }
+            uint32_t index = cell_value(cell);
+            uint32_t traits = by_.traits[index];
             uint32_t weight = weights_[index << row_bits_];
-            if (weight == weight_ignore) continue;
-            if (weight & weight_expansion) [[unlikely]]
-                return {unknown, 0, 0};
-            return {rank_of(weight, value), index, value};
+            traits_ |= traits;
+            if (traits & follows_element && by_.by.layout.may_follow(value)) [[unlikely]]
+                traits_ |= needs_units;
+            if (weight != weight_ignore) return {weight, index, value, traits};
         }
-        return {rank_of_end, 0, 0};
+        return {0, no_index, 0, 0};
+    }
+
+    // Whether a character that decides may be the first of an element. One inside an element has
+    // been noticed.
+    template <typename Text>
+    [[gnu::always_inline]] bool goes_on_as_element(const place &decisive, const Text &rest) const {
+        return decisive.traits & begins_element && may_follow(by_, rest);
     }
 
     // Two characters that the first pass does not tell apart.
@@ -78,13 +90,13 @@ private:
         if (by_.passes() == 1) return 0;
         bool backward = false;
         for (int32_t pass = 1; pass < by_.passes(); ++pass) backward |= by_.is_backward(pass);
-        return odd_ & has_odd_weights || backward ? undecided : order_;
+        return traits_ & has_odd_weights || backward ? undecided : order_;
     }
 
     const weighing &by_;
     const uint16_t *weights_;
     uint32_t row_bits_;
-    uint32_t odd_ = 0;
+    uint32_t traits_ = 0;        // of all characters that have been looked at
     int32_t first_ = max_passes; // the first pass with a difference, and its order
     int32_t order_ = 0;
 };
@@ -92,7 +104,7 @@ private:
 // -1, 0, 1 or undecided.
 template <typename Text>
 [[gnu::always_inline]] inline int32_t compare_quickly(const weighing &by, Text a, Text b) {
-    if (by.is_backward(0)) return undecided;
+    if (by.is_backward(0) || !Text::covered(by.by.layout)) return undecided;
     return quick_walk(by).compare(a, b);
 }
 

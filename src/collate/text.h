@@ -4,13 +4,19 @@
 //   done()       whether no character is left
 //   take()       the next character, stepped over
 //   find(t, c)   the cell of such a character in a table
-//   covered(l)   whether every character of such text has a collation index
+//   take(t)      both of these
+//   covered(l)   whether every character of such text has a collation index: what take(t) asks for
 //   back()       steps back over the character before, which there is
 #pragma once
 
 #include "charmap/character.h"
 
 namespace vel {
+
+struct taken_character {
+    vel_wchar value;
+    uint32_t cell; // in the table
+};
 
 struct wide_text {
     const vel_wchar *at, *end;
@@ -20,6 +26,12 @@ struct wide_text {
     static uint32_t find(const sealed_table &table, vel_wchar value) {
         return table.find_code(value);
     }
+    taken_character take(const sealed_table &table) {
+        vel_wchar value = take();
+        return {value, find(table, value)};
+    }
+    // Values may be anything: each is looked at.
+    static bool covered(const collation_layout &) { return true; }
     void back() { --at; }
 };
 
@@ -30,6 +42,10 @@ struct byte_text {
     vel_wchar take() { return *at++; }
     static uint32_t find(const sealed_table &table, vel_wchar value) {
         return table.cells()[value];
+    }
+    taken_character take(const sealed_table &table) {
+        vel_wchar value = take();
+        return {value, find(table, value)};
     }
     static bool covered(const collation_layout &layout) { return layout.covers_bytes; }
     void back() { --at; }
@@ -62,6 +78,17 @@ struct utf8_text {
     }
     static uint32_t find(const sealed_table &table, vel_wchar value) {
         return value < 0x80 ? table.cells()[value] : table.find_code(value);
+    }
+    [[gnu::always_inline]] taken_character take(const sealed_table &table) {
+        const uint32_t *cells = table.cells();
+        vel_wchar value = *at++;
+        uint32_t cell = cells[value];
+        for (int32_t depth = 1; is_more(cell); ++depth) {
+            uint32_t byte = *at++;
+            value = value << 8 | byte;
+            cell = cells[next_row(cell) + byte - table.low[depth]];
+        }
+        return {value, cell};
     }
     static bool covered(const collation_layout &layout) { return layout.covers_utf8; }
     void back() {

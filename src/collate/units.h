@@ -25,7 +25,7 @@ struct collation_scope {
 struct weighing {
     const collate_category &by;
     collation_scope scope;
-    const uint8_t *traits;
+    const uint16_t *traits;
     bool has_elements;
 
     explicit weighing(const collate_category &collate, collation_scope s = {})
@@ -37,7 +37,7 @@ struct weighing {
         return scope.backward && by.passes[pass].direction == pass_backward;
     }
     // Whether a character may play that part in an element. One without an index does not tell.
-    bool may(uint32_t index, uint8_t part) const {
+    bool may(uint32_t index, uint16_t part) const {
         return has_elements && (index == no_index || traits[index] & part);
     }
 };
@@ -77,7 +77,9 @@ template <typename Text>
 // Whether an element may go on with what comes next. Asked before elements are looked for, as
 // common letters begin rare ones.
 template <typename Text> bool may_follow(const weighing &by, Text next) {
-    return !next.done() && by.may(index_in<Text>(by, next.take()), follows_element);
+    if (next.done()) return false;
+    vel_wchar value = next.take();
+    return by.may(index_in<Text>(by, value), follows_element) && by.by.layout.may_follow(value);
 }
 
 template <typename Text> bool may_be_element(const weighing &by, uint32_t index, Text next) {

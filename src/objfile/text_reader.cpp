@@ -4,41 +4,11 @@
 
 #include "ext/block_read.h"
 #include "ext/memory.h"
+#include "objfile/hex.h"
 #include "vels/host.h"
 
 namespace vel {
 namespace {
-
-constexpr unsigned char not_hex = 0xFF;
-
-struct hex_table {
-    unsigned char value[256];
-};
-
-constexpr hex_table make_hex_table() {
-    hex_table table{};
-    for (unsigned char &value : table.value) value = not_hex;
-    for (int i = 0; i < 10; ++i) table.value['0' + i] = static_cast<unsigned char>(i);
-    for (int i = 0; i < 6; ++i) {
-        table.value['a' + i] = table.value['A' + i] = static_cast<unsigned char>(10 + i);
-    }
-    return table;
-}
-
-constexpr hex_table hex = make_hex_table();
-
-// All digits of a field at once; false when one of them is not a digit.
-bool decode_hex(const unsigned char *digits, int32_t width, uint32_t *value) {
-    uint32_t result = 0;
-    unsigned char seen = 0;
-    for (int32_t i = 0; i < width; ++i) {
-        unsigned char digit = hex.value[digits[i]];
-        seen |= digit;
-        result = result << 4 | (digit & 15u);
-    }
-    *value = result;
-    return seen != not_hex;
-}
 
 constexpr int exact_powers = 22; // 10 to this is the largest power of ten that a double holds
 
@@ -259,12 +229,24 @@ uint32_t vel_read_hex(text_reader &stream, int32_t width) {
     return value;
 }
 
+namespace {
+
+// Takes fields that follow one another straight from a block. How many that were.
+int32_t take_hex16(const unsigned char *digits, uint16_t *values, int32_t count) {
+    int32_t i = 0;
+    while (i + 2 <= count && decode_hex16_pair(digits + 4 * i, values + i)) i += 2;
+    for (uint32_t value; i < count && decode_hex(digits + 4 * i, 4, &value); ++i) {
+        values[i] = static_cast<uint16_t>(value);
+    }
+    return i;
+}
+
+} // namespace
+
 void read_hex16_run(text_reader &stream, uint16_t *values, int32_t count) {
     int32_t i = 0;
     if (const unsigned char *digits = stream.peek(static_cast<size_t>(count) * 4)) {
-        for (uint32_t value; i < count && decode_hex(digits + 4 * i, 4, &value); ++i) {
-            values[i] = static_cast<uint16_t>(value);
-        }
+        i = take_hex16(digits, values, count);
         stream.advance(static_cast<size_t>(i) * 4);
     }
     for (; i < count; ++i) values[i] = static_cast<uint16_t>(vel_read_hex(stream, 4));
@@ -278,11 +260,13 @@ void read_hex16_fields(text_reader &stream, uint16_t *values, int32_t count) {
         if (const unsigned char *text = stream.peek(stretch)) {
             const unsigned char *cursor = text;
             const unsigned char *last = text + stretch - 4;
-            for (uint32_t value; i < count; values[i++] = static_cast<uint16_t>(value)) {
-                const unsigned char *digits = cursor;
-                while (digits < last && is_space(*digits)) ++digits;
-                if (digits >= last || !decode_hex(digits, 4, &value)) break;
-                cursor = digits + 4;
+            while (i < count) {
+                while (cursor < last && is_space(*cursor)) ++cursor;
+                int32_t room = static_cast<int32_t>((last - cursor + 3) / 4);
+                int32_t taken = take_hex16(cursor, values + i, room < count - i ? room : count - i);
+                if (taken == 0) break;
+                cursor += 4 * taken;
+                i += taken;
             }
             stream.advance(static_cast<size_t>(cursor - text));
         }

@@ -96,6 +96,13 @@ struct collating_expansion {
     vel_wchar *values;
 };
 
+// What a character adds to a quick key (collate/quick_key.h).
+struct quick_key_record {
+    uint16_t digits[3]; // of its weights in all passes but the last
+    uint16_t traits;
+    uint64_t last; // the digits of its weight in the last pass and of its value
+};
+
 // A collation in the form in which text is weighed: made from the lists of the category when it is
 // initialised, in one block. All null in a category without passes.
 struct collation_layout {
@@ -104,22 +111,33 @@ struct collation_layout {
     // is.
     const uint16_t *weights;
     uint32_t row_bits;
-    const uint8_t *traits;           // of each index
-    const uint32_t *element_order;   // numbers of the elements by first value, then by number
-    const uint32_t *expansion_parts; // the index of every value of every expansion, or no_index
-    bool covers_bytes;               // every byte has an index
-    bool covers_utf8;                // every well-formed UTF-8 character has one
+    const uint16_t *key_digits;         // of the weights, in rows like theirs
+    int32_t quick_key_passes;           // 0: no text has a quick key
+    const quick_key_record *quick_keys; // of the characters of one and two bytes of UTF-8
+    const uint16_t *traits;             // of each index
+    uint64_t followers[16];             // bits by the lowest ten of a value
+    const uint32_t *element_order;      // numbers of the elements by first value, then by number
+    const uint32_t *expansion_parts;    // the index of every value of every expansion, or no_index
+    bool covers_bytes;                  // every byte has an index
+    bool covers_utf8;                   // every well-formed UTF-8 character has one
     void *block;
+
+    // Whether a character whose index follows in elements does so itself: punctuation of all kinds
+    // shares indexes.
+    bool may_follow(vel_wchar value) const { return followers[value / 64 % 16] >> value % 64 & 1; }
 };
 constexpr uint32_t no_index = 0xFFFFFFFF;
 // What is to be known of a character before its weights are looked at.
-enum : uint8_t {
+enum : uint16_t {
     begins_element = 1,
     continues_element = 2,  // stands in one anywhere but last
     follows_element = 4,    // stands in one anywhere but first
     is_whole_element = 8,   // is one alone
     has_odd_weights = 0x10, // ignorable in some pass, or expanding
     expands = 0x20,         // in some pass
+    needs_units = 0x40,     // expands in the first pass or is an element alone
+    has_odd_key = 0x80,     // of other form than collate/quick_key.h is for
+    ends_in_value = 0x100,  // positional in the last pass
 };
 
 struct collate_category {

@@ -1,4 +1,6 @@
 // How far text consists of characters of a set, or of others.
+#include <cstring>
+
 #include "string/value_set.h"
 #include "vels/string.h"
 
@@ -14,21 +16,57 @@ template <typename Unit> struct span_end {
     int32_t error;
 };
 
+// ASCII characters that no span ends at, in code sets where their bytes are nothing else. Text is
+// passed by these bytes without a further look.
+class passed_bytes {
+public:
+    passed_bytes(const vel_locale *locale, const value_set<unsigned char> &values, until wanted) {
+        table_shape shape = characters_of(locale).shape;
+        if (shape != table_shape::utf8 && shape != table_shape::ascii_transparent) return;
+        bool others = wanted == until::member;
+        memset(passed_ + 1, others, 0x7F);
+        values.each_ascii([&](vel_wchar value) { passed_[value] = value != 0 && !others; });
+    }
+
+    const unsigned char *pass(const unsigned char *at, const unsigned char *end) const {
+        if (!end) {
+            while (passed_[*at]) ++at;
+        } else {
+            while (at < end && passed_[*at]) ++at;
+        }
+        return at;
+    }
+
+private:
+    bool passed_[256] = {};
+};
+
+// Wide text has no such bytes.
+struct nothing_passed {
+    nothing_passed(const vel_locale *, const value_set<vel_wchar> &, until) {}
+    const vel_wchar *pass(const vel_wchar *at, const vel_wchar *) const { return at; }
+};
+
 template <typename Unit>
 span_end<Unit> find_end(const vel_locale *locale, text_range<Unit> text, text_range<Unit> set,
                         until wanted) {
     if (int32_t number = fault_of(text, set)) return {nullptr, 0, number};
     value_set<Unit> values;
     if (int32_t number = values.read(locale, set)) return {nullptr, 0, number};
-    int32_t characters = 0;
+    const std::conditional_t<sizeof(Unit) == 1, passed_bytes, nothing_passed> passed(locale, values,
+                                                                                     wanted);
     stepper<Unit> at(locale, text);
-    for (valued_walk here; (here = at.peek()).used; at.skip(here)) {
+    for (int32_t characters = 0;; ++characters) {
+        const Unit *behind = passed.pass(at.at(), text.end());
+        characters += static_cast<int32_t>(behind - at.at());
+        at.move_to(behind);
+        valued_walk here = at.peek();
+        if (!here.used) return {nullptr, characters, at.error()};
         if (values.contains(here.value) == (wanted == until::member)) {
             return {at.at(), characters, 0};
         }
-        ++characters;
+        at.skip(here);
     }
-    return {nullptr, characters, at.error()};
 }
 
 template <typename Unit>

@@ -1,6 +1,8 @@
 // A set of characters that text is compared with.
 #pragma once
 
+#include <bit>
+
 #include "ext/memory.h"
 #include "string/walk.h"
 
@@ -62,6 +64,15 @@ public:
             if (others_[i] == value) return true;
         }
         return false;
+    }
+
+    // Gives each member below 0x80 to an action.
+    template <typename Action> void each_ascii(Action action) const {
+        for (vel_wchar word = 0; word < 2; ++word) {
+            for (uint64_t left = low_[word]; left; left &= left - 1) {
+                action(word * 64 + static_cast<vel_wchar>(std::countr_zero(left)));
+            }
+        }
     }
 
 private:

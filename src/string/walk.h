@@ -22,6 +22,7 @@ public:
         return over ? valued_walk{0, 0, 0} : valued_walk{0, 1, *at_};
     }
     void skip(const valued_walk &) { ++at_; }
+    void move_to(const vel_wchar *place) { at_ = place; }
     const vel_wchar *at() const { return at_; }
     int32_t error() const { return 0; }
 
@@ -44,6 +45,7 @@ public:
         return peek_longer();
     }
     void skip(const valued_walk &here) { at_ += here.used; }
+    void move_to(const unsigned char *place) { at_ = place; }
     const unsigned char *at() const { return at_; }
     int32_t error() const { return error_; }
 

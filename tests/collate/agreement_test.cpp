@@ -4,6 +4,7 @@
 
 #include "collate/pack_locales.h"
 #include "differential/words.h"
+#include "support/guarded.h"
 #include "vels/errors.h"
 #include "vels/multibyte.h"
 
@@ -116,6 +117,30 @@ TEST(agreement, of_comparison_and_keys) {
         EXPECT_GT(unequal, pairs_of_a_locale / 2) << one.specification;
     }
     printf("%zu locales, %d pairs each, seed %u\n", locales.size(), pairs_of_a_locale, seed);
+}
+
+// Texts are read, and keys written, in blocks, of which nothing may lie behind their end.
+TEST(agreement, beside_what_cannot_be_read) {
+    const loaded_locale locale = load_from_pack("de_de.utf-8");
+    ASSERT_TRUE(locale);
+    guarded_page left, right, out;
+    const std::string units[] = {"a", "ß", "漢", "-", "é"};
+    std::string text;
+    for (size_t i = 0; text.size() < 300; text += units[i++ % 5]) {
+        SCOPED_TRACE(text);
+        const std::string longer = text + "b", key = sort_key(locale.get(), text);
+        const auto *a = reinterpret_cast<const char *>(left.put(text));
+        const auto *b = reinterpret_cast<const char *>(right.put(longer));
+        const int32_t in_a = static_cast<int32_t>(text.size()), in_b = in_a + 1;
+        EXPECT_EQ(tuk_vel_im_mbfscoll(locale.get(), a, in_a, b, in_b), -1);
+        a = reinterpret_cast<const char *>(left.put(text + '\0'));
+        b = reinterpret_cast<const char *>(right.put(longer + '\0'));
+        EXPECT_EQ(vel_im_mbscoll(locale.get(), b, a), 1);
+        const int32_t room = static_cast<int32_t>(key.size() + 1);
+        auto *written = reinterpret_cast<char *>(out.last(key.size() + 1));
+        EXPECT_EQ(vel_full_mbsxfrm(locale.get(), written, a, room), room - 1);
+        EXPECT_EQ(std::string(written), key);
+    }
 }
 
 } // namespace

@@ -19,10 +19,6 @@ using namespace std::string_literals;
 
 const wide letters = {'a', 'b', 'c', 'h', 0xE4, '-'}; // indexes 1 to 6; 7 is for elements
 
-int sign(int value) {
-    return (value > 0) - (value < 0);
-}
-
 class functions : public testing::Test {
 protected:
     functions() {

@@ -15,19 +15,13 @@ namespace vel_test {
 
 using wide = std::vector<vel_wchar>;
 
+inline int sign(int value) {
+    return (value > 0) - (value < 0);
+}
+
 inline locale_ptr make_byte_base() {
     auto made = std::make_unique<test_locale>();
     made->add_range(0, 0xFF);
-    return made;
-}
-
-// Characters of one to three bytes.
-inline locale_ptr make_euc_base() {
-    auto made = std::make_unique<test_locale>();
-    made->add_ascii();
-    made->add_rows(0x8E, 0x8E, 0xA1, 0xDF);
-    made->add_rows(0xA1, 0xA7, 0xA1, 0xF3);
-    made->add_range(0x8FB0A1, 0x8FB0FE);
     return made;
 }
 

@@ -101,10 +101,6 @@ std::string key_of(vel_locale *locale, const wide &text) {
     return key;
 }
 
-int sign(int value) {
-    return (value > 0) - (value < 0);
-}
-
 const wide utf8_letters = {'a', 'c', 0xC3A4, 0xE282AC, 'h', 0xE282AD, 0xC3A5, 0xF09F9880, 'z', '-'};
 const wide euc_letters = {'a', 0xA4A2, 0xA4A4, 0x8FB0A1, 'h', 0x8EB1, 0xA4A3, 'z', '-'};
 const wide byte_letters = {'a', 'c', 0xE4, 0xDF, 'h', 0xFC, 'z', '-', 1};

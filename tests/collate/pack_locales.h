@@ -6,13 +6,12 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <memory>
 #include <string>
 #include <vector>
 
+#include "support/pack.h"
 #include "vels/collate.h"
 #include "vels/host.h"
-#include "vels/locale.h"
 
 namespace vel_test {
 
@@ -53,21 +52,6 @@ inline std::vector<pack_locale> pack_locales() {
     const auto twice = std::ranges::unique(all, {}, &pack_locale::specification);
     all.erase(twice.begin(), twice.end());
     return all;
-}
-
-struct unload {
-    void operator()(vel_locale *locale) const { vel_lc_unload(locale); }
-};
-using loaded_locale = std::unique_ptr<vel_locale, unload>;
-
-// Null when it cannot be loaded.
-inline loaded_locale load_from_pack(const std::string &specification) {
-    unsetenv("VEL_PATH");
-    setenv("CORVANEDIR", VELS_TEST_DATA_ROOT, 1);
-    vel_locale *locale;
-    const bool loaded = vel_lc_load(&locale, specification.c_str(), -1, nullptr) == 0;
-    loaded_locale owner(locale);
-    return loaded ? std::move(owner) : nullptr;
 }
 
 inline std::string sort_key(vel_locale *locale, const std::string &text) {

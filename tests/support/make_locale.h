@@ -157,15 +157,22 @@ inline locale_ptr make_single_byte() {
     return made;
 }
 
-// One to three bytes, with gaps in the rows, and a character with a zero byte inside.
-inline locale_ptr make_euc() {
+// Characters of one to three bytes.
+inline locale_ptr make_euc_base() {
     auto made = std::make_unique<test_locale>();
     made->add_ascii();
     made->add_rows(0x8E, 0x8E, 0xA1, 0xDF);
     made->add_rows(0xA1, 0xA7, 0xA1, 0xF3);
+    made->add_range(0x8FB0A1, 0x8FB0FE);
+    return made;
+}
+
+// With gaps in the rows, and a character with a zero byte inside.
+inline locale_ptr make_euc() {
+    auto made = make_euc_base();
     made->add_rows(0xB0, 0xCE, 0xA1, 0xFE);
     made->add_rows(0xCF, 0xCF, 0xA1, 0xD3);
-    for (vel_wchar lead = 0x8FB0; lead <= 0x8FB8; ++lead) {
+    for (vel_wchar lead = 0x8FB1; lead <= 0x8FB8; ++lead) {
         made->add_range(lead << 8 | 0xA1, lead << 8 | 0xFE);
     }
     made->add(0x8F00A1);
