@@ -19,5 +19,8 @@
 #include "vels/locale.h"
 #include "vels/info.h"
 #include "vels/time.h"
+#include "vels/charmap.h"
+#include "vels/symbols.h"
+#include "vels/convert.h"
 
 #endif

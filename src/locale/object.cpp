@@ -20,6 +20,7 @@
 #include "ext/error.h"
 #include "ext/version.h"
 #include "locale/category.h"
+#include "objfile/object_header.h"
 #include "vels/registry.h"
 
 namespace vel {
@@ -27,37 +28,8 @@ namespace {
 
 constexpr int32_t line_size = 128;
 constexpr int32_t whole_object_line_size = 32; // of the lines looked at for the next marker
-constexpr int32_t fixed_header_lines = 3;
 constexpr char file_type[] = "FILE_TYPE=locale_object";
 constexpr char compiler_version[] = "COMPILER_VERSION=" VEL_LC_VERSION;
-
-bool next_line_is(text_reader &stream, const char *expected) {
-    char line[line_size];
-    if (!stream.gets(line, sizeof line)) return false;
-    size_t length = strlen(line);
-    if (length > 0 && line[length - 1] == '\n') line[length - 1] = '\0';
-    return strcmp(line, expected) == 0;
-}
-
-// A decimal number that has at most a few digits; 0 for none, and larger than any for more.
-int32_t small_number(const char *digits) {
-    int32_t value = 0;
-    for (; is_digit(*digits) && value < INT32_MAX / 20; ++digits)
-        value = value * 10 + *digits - '0';
-    return value;
-}
-
-bool skip_further_lines(text_reader &stream) {
-    char line[line_size];
-    if (!stream.gets(line, sizeof line)) return false;
-    const char *equals = strchr(line, '=');
-    int32_t lines = equals ? small_number(equals + 1) : 0;
-    if (lines < fixed_header_lines) return false;
-    for (int32_t i = fixed_header_lines; i < lines; ++i) {
-        if (!stream.gets(line, sizeof line)) return false;
-    }
-    return true;
-}
 
 // The line is cut at 20 bytes, and the last of what is there is taken for the newline.
 bool read_codeset_name(text_reader &stream, char (&name)[codeset_name_size]) {
@@ -73,7 +45,7 @@ bool read_codeset_name(text_reader &stream, char (&name)[codeset_name_size]) {
 int32_t read_header(text_reader &stream, char (&codeset)[codeset_name_size]) {
     if (!next_line_is(stream, file_type)) return VEL_EBADFILE;
     if (!next_line_is(stream, compiler_version)) return VEL_EVERSION;
-    if (!skip_further_lines(stream) || !read_codeset_name(stream, codeset)) return VEL_EBADFILE;
+    if (!skip_header_lines(stream) || !read_codeset_name(stream, codeset)) return VEL_EBADFILE;
     return 0;
 }
 

@@ -9,11 +9,6 @@ namespace {
 
 constexpr int32_t first_reserve = 4096;
 
-struct trie_owner {
-    ~trie_owner() { vel_trie_free(trie); }
-    vel_trie *trie;
-};
-
 // A list under construction. Frees what it holds unless that is taken.
 class list_builder {
 public:

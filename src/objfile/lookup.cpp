@@ -8,15 +8,4 @@ found vel_trie_find_key(const sealed_table &table, const vel_mbkey &key) {
     return {ok, cell_value(end.cell), end.used};
 }
 
-found vel_trie_find_reversed(void *context, const sealed_table &table, const char *bytes,
-                             int32_t available, int32_t width) {
-    if (available < width) {
-        set_error(context, VEL_EINVAL);
-        return {false, 0, 0};
-    }
-    char turned[max_character_bytes];
-    for (int32_t i = 0; i < width; ++i) turned[i] = bytes[width - 1 - i];
-    return vel_trie_find_n(context, table, turned, width);
-}
-
 } // namespace vel

@@ -68,9 +68,4 @@ inline int32_t vel_trie_char_length(void *context, const sealed_table &table, co
     return character ? character.used : 0;
 }
 
-// The value of a wide character stored in memory least significant byte first, as `width` bytes (2
-// or 4), walked from the most significant. VEL_EINVAL when fewer are available.
-found vel_trie_find_reversed(void *context, const sealed_table &table, const char *bytes,
-                             int32_t available, int32_t width);
-
 } // namespace vel

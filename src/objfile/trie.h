@@ -82,6 +82,11 @@ int32_t vel_trie_share(vel_trie *table);
 // Frees a table and all it holds; null is accepted.
 void vel_trie_free(vel_trie *table);
 
+struct trie_owner {
+    ~trie_owner() { vel_trie_free(trie); }
+    vel_trie *trie;
+};
+
 inline int32_t vel_trie_error(const vel_trie *table) {
     return table->error;
 }

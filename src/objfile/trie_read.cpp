@@ -267,7 +267,11 @@ private:
             for (uint32_t b = 0; b < 256; ++b) slots[b] = value;
             return;
         }
-        for (uint32_t b = 0; b < 256; ++b) memcpy(slot(page, b), table_->default_value, size());
+        memcpy(page, table_->default_value, size());
+        size_t page_bytes = static_cast<size_t>(table_->page_bytes());
+        for (size_t done = page_bytes / 256; done < page_bytes; done *= 2) {
+            memcpy(page + done, page, done);
+        }
     }
 
     void read_values(unsigned char *slots, int32_t count) {

@@ -111,12 +111,6 @@ TEST(sealed, numbers_of_bounded_look_ups) {
     EXPECT_FALSE(nothing.ok);
     EXPECT_EQ(nothing.used, 0);
     EXPECT_EQ(error, VEL_EINVAL);
-    EXPECT_EQ(vel_trie_find_reversed(&error, *pair.table, "\xA2\xA4", 2, 2).value, 2);
-    error = 0;
-    EXPECT_FALSE(vel_trie_find_reversed(&error, *pair.table, "\xA2\xA4", 2, 4).ok);
-    EXPECT_EQ(error, VEL_EINVAL);
-    EXPECT_FALSE(vel_trie_find_reversed(&error, *pair.table, "\xA4\xA4", 2, 2).ok);
-    EXPECT_EQ(error, VEL_EILSEQ);
     EXPECT_FALSE(vel_trie_find_code(&error, empty_table, 'A').ok);
     EXPECT_TRUE(empty_table.empty());
     release_table(&empty_table);
