@@ -61,48 +61,6 @@ private:
     std::int32_t result_ = -1;
 };
 
-struct fact {
-    const char *charmap;
-    const char *locale;
-    vel_wchar lower, upper;   // a pair of letters
-    vel_wchar digit, control; // members of those classes
-    vel_wchar wide;           // of double width, 0 for none
-    vel_wchar none;           // no character at all
-    const char *monday;       // bytes of the weekday's name
-    int largest;              // bytes of the longest character
-};
-constexpr fact facts[] = {
-    {"UTF-8", "de_DE", 0xC3A4, 0xC384, '7', 0x1F, 0xE4B880, 0xFF, "Montag", 4},
-    {"EUC-JP", "ja_JP", 0xA3E1, 0xA3C1, '7', 0x1F, 0xA4A2, 0xFF, "\xB7\xEE\xCD\xCB\xC6\xFC", 3},
-    {"SHIFT_JIS", "ja_JP", 0x8281, 0x8260, '7', 0x1F, 0x82A0, 0xFF, "\x8C\x8E\x97\x6A\x93\xFA", 2},
-    {"GB18030", "zh_CN", 0xA8A8, 0x8130872F, '7', 0x1F, 0xB0A1, 0xFF, "\xD0\xC7\xC6\xDA\xD2\xBB",
-     4},
-    {"IBM273", "de_DE", 0x81, 0xC1, 0xF7, 0x05, 0, 0x100, "\xD4\x96\x95\xA3\x81\x87", 1},
-};
-
-TEST(compiled_locales, have_the_classes_case_and_texts_of_their_code_set) {
-    for (const fact &f : facts) {
-        SCOPED_TRACE(f.charmap);
-        const scratch_directory at;
-        const loaded locale(at, f.locale, f.charmap);
-        ASSERT_TRUE(locale.ok()) << *reinterpret_cast<std::int32_t *>(locale.operator->());
-        const auto in = [&](vel_wchar value, const char *name) {
-            return vel_im_iswctype(locale, value, vel_ctype(locale, name)) != 0;
-        };
-        EXPECT_TRUE(in(f.lower, "lower") && in(f.lower, "alpha") && !in(f.lower, "upper"));
-        EXPECT_TRUE(in(f.digit, "digit") && in(f.digit, "xdigit") && !in(f.digit, "full_width"));
-        EXPECT_TRUE(in(f.control, "cntrl"));
-        EXPECT_FALSE(vel_im_iswctype(locale, f.none, 0xFFFF));
-        EXPECT_EQ(f.wide != 0, f.wide && in(f.wide, "full_width"));
-        if (std::strcmp(f.charmap, "GB18030") != 0) {
-            EXPECT_EQ(vel_im_towupper(locale, f.lower), f.upper);
-            EXPECT_EQ(vel_im_towlower(locale, f.upper), f.lower);
-        }
-        EXPECT_STREQ(locale->time.days.items[1].bytes, f.monday);
-        EXPECT_EQ(locale->ctype.characters->longest, f.largest);
-    }
-}
-
 TEST(compiled_locales, say_how_much_case_conversion_can_grow) {
     const scratch_directory at;
     // U+0131 goes from two bytes to one, i to U+0130 from one byte to two.
@@ -111,24 +69,6 @@ TEST(compiled_locales, say_how_much_case_conversion_can_grow) {
     const loaded turkish(at, "tr_TR", "UTF-8");
     EXPECT_EQ(vel_im_towupper(turkish, 'i'), 0xC4B0u);
     EXPECT_EQ(vel_im_towlower(turkish, 'I'), 0xC4B1u);
-}
-
-TEST(compiled_locales, keep_conventions) {
-    const scratch_directory at;
-    const loaded german(at, "de_DE", "ISO-8859-1");
-    const vel_conventions &c = german->conventions;
-    EXPECT_STREQ(c.numeric.decimal_point.bytes, ",");
-    EXPECT_STREQ(c.numeric.thousands_sep.bytes, ".");
-    EXPECT_EQ(c.numeric.grouping.count, 1);
-    EXPECT_STREQ(c.numeric.positive_sign.bytes, "+");
-    EXPECT_STREQ(c.monetary.currency_symbol.bytes, "EUR") << "the sign is not in the code set";
-    EXPECT_EQ(c.monetary.frac_digits, 2);
-    EXPECT_EQ(c.monetary.p_sign_posn, 1);
-    EXPECT_STREQ(c.messages.texts[vel::message_yesstr].bytes, "ja");
-    EXPECT_STREQ(german->time.d_t_fmt.bytes, "%a %d %b %Y %T") << "without its time zone";
-    EXPECT_STREQ(german->time.t_fmt_ampm.bytes, "%I:%M:%S %p");
-    EXPECT_EQ(german->time.calendar, vel::calendar_gregorian);
-    EXPECT_STREQ(german->codeset_names[0], "ISO-8859-1");
 }
 
 TEST(charmap_objects, name_every_character) {
@@ -280,10 +220,10 @@ TEST(conversion_objects, are_read_and_checked) {
     const cvo_file file = read_cvo(path);
     EXPECT_EQ(file.target_max, 2);
     EXPECT_EQ(file.expansion, 2.0);
-    const std::string dumped = dump_cvo(file, true);
-    EXPECT_NE(dumped.find("41           12 c3 84\n"), dumped.npos) << dumped;
-    EXPECT_NE(dumped.find("42           00 illegal\n"), dumped.npos) << dumped;
-    EXPECT_NE(dumped.find("43           31 3f substitute\n"), dumped.npos) << dumped;
+    const std::string dumped = dump_cvo(file, nullptr, true);
+    EXPECT_NE(dumped.find("  41                      12 c3 84\n"), dumped.npos) << dumped;
+    EXPECT_NE(dumped.find("  42                      00 illegal\n"), dumped.npos) << dumped;
+    EXPECT_NE(dumped.find("  43                      31 3f substitute\n"), dumped.npos) << dumped;
     EXPECT_NO_THROW(check_cvo(path));
     std::string bad = text;
     bad.replace(bad.find("\n1 2 0"), 4, "\n1 9");

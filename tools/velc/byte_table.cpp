@@ -22,6 +22,19 @@ vel::vel_mbkey key_of(const byte_sequence &bytes) {
     return key;
 }
 
+void throw_insert_error(const vel::vel_trie &table, const byte_sequence &bytes) {
+    if (vel::vel_trie_error(&table) != 0) throw std::bad_alloc();
+    throw tool_error("found a character whose first bytes are another character ({:X}), expected a "
+                     "code set without such",
+                     bytes.value);
+}
+
+void write_table(vel::vel_trie &table, std::string &text, vel::trie_value_writer write_value) {
+    if (vel::vel_trie_share(&table) != 0) throw std::bad_alloc();
+    string_sink sink(text);
+    vel::vel_trie_write(sink, &table, write_value);
+}
+
 byte_table::byte_table(std::uint16_t default_value)
     : table_(vel::vel_trie_create(sizeof default_value, 0, &default_value)),
       default_value_(default_value) {
@@ -32,16 +45,11 @@ void byte_table::insert(const byte_sequence &bytes, std::uint16_t value) {
     const vel::vel_mbkey key = key_of(bytes);
     const void *stored = value == default_value_ ? nullptr : &value;
     if (vel::vel_trie_insert(table_.get(), &key, stored) == 0) return;
-    if (vel::vel_trie_error(table_.get()) != 0) throw std::bad_alloc();
-    throw tool_error("found a character whose first bytes are another character ({:X}), expected a "
-                     "code set without such",
-                     bytes.value);
+    throw_insert_error(*table_, bytes);
 }
 
 void byte_table::append_to(std::string &text) {
-    if (vel::vel_trie_share(table_.get()) != 0) throw std::bad_alloc();
-    string_sink sink(text);
-    vel::vel_trie_write(sink, table_.get(), vel::write_trie_value16);
+    write_table(*table_, text, vel::write_trie_value16);
 }
 
 } // namespace velc

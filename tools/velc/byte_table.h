@@ -20,6 +20,12 @@ using trie_pointer = std::unique_ptr<vel::vel_trie, trie_release>;
 
 vel::vel_mbkey key_of(const byte_sequence &bytes);
 
+// What a failed insertion comes to: std::bad_alloc, or tool_error for a character that begins with
+// another.
+[[noreturn]] void throw_insert_error(const vel::vel_trie &table, const byte_sequence &bytes);
+// Writes a table in the shared form behind what is there already.
+void write_table(vel::vel_trie &table, std::string &text, vel::trie_value_writer write_value);
+
 class byte_table {
 public:
     // Characters without a value of their own have the default.

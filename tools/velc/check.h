@@ -24,10 +24,15 @@ void check_registry(const std::filesystem::path &path);
 // The body of an object has the hash that its header tells, when it tells one.
 void check_hash(const std::filesystem::path &path);
 
-// Loads a locale object with the library, which finds code-set names in its cached registry.
+// Loads an object with the library, which finds code-set names in its cached registry.
 void load_lco(const std::filesystem::path &path);
+void load_cmo(const std::filesystem::path &path);
 
-// Every file beneath a directory that is an object by its name, sorted; a file as it is.
+// What a handle of the library says about its failure.
+std::string failure_of(const void *handle);
+
+// Every file beneath a directory that is an object by its name, sorted; links are passed over. A file
+// as it is.
 std::vector<std::filesystem::path> objects_at(const std::filesystem::path &path);
 
 } // namespace velc

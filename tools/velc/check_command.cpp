@@ -48,7 +48,10 @@ private:
         if (kind == object_kind::conversion) return check_cvo(object);
         use_registry_of(object);
         const name_resolver resolve = [this](std::string_view name) { return names_.find(name); };
-        if (kind == object_kind::charmap) return check_cmo(object, resolve);
+        if (kind == object_kind::charmap) {
+            check_cmo(object, resolve);
+            return load_cmo(object);
+        }
         check_lco(object, resolve);
         load_lco(object);
     }

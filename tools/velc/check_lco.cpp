@@ -244,13 +244,12 @@ private:
     character_set characters_;
 };
 
-// What a handle of the library says about its failure.
+} // namespace
+
 std::string failure_of(const void *handle) {
     const std::int32_t number = *static_cast<const std::int32_t *>(handle);
     return fmt::format("error {} ({})", number, vel_strerror(number));
 }
-
-} // namespace
 
 void check_lco(const std::filesystem::path &path, const name_resolver &resolve) {
     lco_checker(path, resolve).check();

@@ -29,7 +29,7 @@ void add_common(CLI::App &command, common_options &options) {
     command
         .add_option("--recipe", options.recipe,
                     "Directory with the files codesets, aliases and locales and perhaps the "
-                    "directory overlays, instead of the built-in recipe")
+                    "file conversions and the directory overlays, instead of the built-in recipe")
         ->type_name("DIR");
     command.add_flag("-q,--quiet", options.quiet, "No warnings, no progress");
 }
@@ -49,6 +49,7 @@ public:
         app_.set_version_flag("--version", std::string("velc ") + vel_version());
         add_charmap();
         add_locale();
+        add_conversion();
         add_registry();
         add_pack();
         add_dump();
@@ -128,6 +129,20 @@ private:
         add_common(*command, compile_);
     }
 
+    void add_conversion() {
+        auto *command = add("conversion", "Compile the conversion of two code sets (.cvo)",
+                            [this] { return compile_conversion(conversion_); });
+        command->add_option("FROM", conversion_.from, "Code set to read, by any of its names")
+            ->required();
+        command->add_option("TO", conversion_.to, "Code set to write")->required();
+        command
+            ->add_option("-o,--output", conversion_.output,
+                         "File to write; - is the standard output; without it the file is named "
+                         "as the library looks for it")
+            ->type_name("FILE");
+        add_common(*command, conversion_);
+    }
+
     void add_registry() {
         auto *command = add("registry", "Write the registry of code-set names",
                             [this] { return compile_registry(compile_); });
@@ -180,6 +195,7 @@ private:
 
     CLI::App app_;
     compile_options compile_;
+    conversion_options conversion_;
     pack_command_options pack_;
     dump_options dump_;
     check_options check_;

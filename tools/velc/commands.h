@@ -28,6 +28,11 @@ struct compile_options : common_options {
     collate_options collate;
 };
 
+struct conversion_options : common_options {
+    std::string from, to; // code sets by any of their names
+    std::string output;   // empty: the name that the library looks for, in this directory
+};
+
 struct pack_command_options : common_options {
     std::string root;
     unsigned jobs = 0;
@@ -50,6 +55,7 @@ struct check_options {
 
 int compile_charmap(const compile_options &options);
 int compile_locale(const compile_options &options);
+int compile_conversion(const conversion_options &options);
 int compile_registry(const compile_options &options);
 int pack(const pack_command_options &options);
 int dump(const dump_options &options);

@@ -12,6 +12,7 @@
 #include "velc/registry_source.h"
 #include "velc/source_root.h"
 #include "velc/tool_error.h"
+#include "velc/unicode_forms.h"
 
 namespace velc {
 
@@ -69,7 +70,7 @@ int compile_charmap(const compile_options &options) {
     const source_name source = find_source(options, "charmaps");
     require_sources(source.root);
     source_library sources(source.root);
-    const auto made = sources.charmap(source.name);
+    const auto made = charmap_named(sources, source.name);
     const codeset &known = codesets.at(source.name);
     print_warnings(made->warnings(), options);
     write_output(options.output,
@@ -119,10 +120,10 @@ int pack(const pack_command_options &options) {
     if (options.verbose)
         for (const std::string &note : made.notes) fmt::print("{}\n", note);
     if (!options.quiet)
-        fmt::print("{}: {} locale objects and {} charmap objects, {}; {} with substituted "
-                   "characters, {} with lost ones\n",
-                   options.root, made.locales, made.charmaps, megabytes(made.bytes),
-                   made.substituted, made.lossy);
+        fmt::print("{}: {} locale objects and {} charmap objects, {} conversions, {}; {} locales "
+                   "with substituted characters, {} with lost ones\n",
+                   options.root, made.locales, made.charmaps, made.conversions,
+                   megabytes(made.bytes), made.substituted, made.lossy);
     if (!options.quiet)
         for (const std::string &text : made.warnings) fmt::print(stderr, "velc: {}\n", text);
     for (const std::string &error : made.errors) fmt::print(stderr, "velc: {}\n", error);

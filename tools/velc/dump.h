@@ -4,6 +4,7 @@
 #include <string>
 
 #include "velc/cmo_file.h"
+#include "velc/conversion_set.h"
 #include "velc/lco_file.h"
 #include "velc/text_decoder.h"
 
@@ -12,7 +13,8 @@ namespace velc {
 // Objects in readable form. With tables every character is listed.
 std::string dump_lco(const lco_file &file, const text_decoder &decoder, bool tables);
 std::string dump_cmo(const cmo_file &file, bool tables);
-std::string dump_cvo(const cvo_file &file, bool tables);
+// The decoder tells what source characters are; it may be null.
+std::string dump_cvo(const cvo_file &file, const conversion_decoder *source, bool tables);
 
 // "header" lines, common to all.
 std::string dump_head(const object_head &head);

@@ -24,7 +24,7 @@ std::string hex_text(std::string_view bytes) {
 std::string entry_text(const unsigned char *value) {
     std::string text = fmt::format("{:02x}", value[0]);
     for (int i = 1; i <= (value[0] & 7); ++i) text += fmt::format(" {:02x}", value[i]);
-    if (!(value[0] >> 3)) text += " illegal";
+    if (!(value[0] >> 3)) return text + " illegal";
     if (value[0] & 0x80) text += " toggles";
     if (value[0] & 0x40) text += " shifted";
     if (value[0] & 0x20) text += " substitute";
@@ -32,9 +32,11 @@ std::string entry_text(const unsigned char *value) {
     return text;
 }
 
-void append_entries(std::string &out, const vel::vel_trie &table) {
+void append_entries(std::string &out, const vel::vel_trie &table, const conversion_decoder *source,
+                    bool shifted) {
     for_each_character(table, [&](const byte_sequence &bytes, const unsigned char *value) {
-        out += fmt::format("  {:<12} {}\n", hex_bytes(bytes), entry_text(value));
+        out += fmt::format("  {:<12} {:<10} {}\n", hex_bytes(bytes),
+                           source ? source->text(bytes, shifted) : "", entry_text(value));
     });
 }
 
@@ -54,7 +56,7 @@ std::string dump_cmo(const cmo_file &file, bool tables) {
     return out;
 }
 
-std::string dump_cvo(const cvo_file &file, bool tables) {
+std::string dump_cvo(const cvo_file &file, const conversion_decoder *source, bool tables) {
     std::string out = dump_head(file.head) + "\nparameters\n";
     out +=
         row("shift states", fmt::format("source {}, target {}", file.source_shifted ? "yes" : "no",
@@ -69,10 +71,11 @@ std::string dump_cvo(const cvo_file &file, bool tables) {
     out += row("table", table_summary(*file.table));
     if (file.shift_table) out += row("shifted table", table_summary(*file.shift_table));
     if (!tables) return out;
-    append_entries(out, *file.table);
+    out += "\nsource characters, their code points, flags and target bytes\n";
+    append_entries(out, *file.table, source, false);
     if (file.shift_table) {
         out += "\nshifted state\n";
-        append_entries(out, *file.shift_table);
+        append_entries(out, *file.shift_table, source, true);
     }
     return out;
 }

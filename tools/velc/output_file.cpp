@@ -39,14 +39,17 @@ void write_into(const fs::path &path, std::string_view content) {
     write_all(file.get(), path, content);
 }
 
+fs::path name_beside(const fs::path &target) {
+    static std::atomic<unsigned> count = 0;
+    fs::path name = target;
+    return name.replace_filename(
+        fmt::format(".{}.{}-{}.new", target.filename().string(), getpid(), count++));
+}
+
 // A file that goes away again unless it is put in its place.
 class new_file {
 public:
-    explicit new_file(const fs::path &target) : target_(target) {
-        static std::atomic<unsigned> count = 0;
-        name_ = target;
-        name_.replace_filename(
-            fmt::format(".{}.{}-{}.new", target.filename().string(), getpid(), count++));
+    explicit new_file(const fs::path &target) : target_(target), name_(name_beside(target)) {
         file_ = std::fopen(name_.string().c_str(), "wb");
         if (!file_) fail(target_, errno);
     }
@@ -94,6 +97,18 @@ void write_output(const fs::path &path, std::string_view content) {
     new_file file(path);
     file.write(content);
     file.put_in_place();
+}
+
+void write_link(const fs::path &file, const fs::path &name) {
+    const fs::path link = file.parent_path() / name, made = name_beside(link);
+    std::error_code error;
+    fs::create_symlink(file.filename(), made, error);
+    if (error) fs::copy_file(file, made, fs::copy_options::overwrite_existing, error);
+    if (!error) fs::rename(made, link, error);
+    if (!error) return;
+    std::error_code ignored;
+    fs::remove(made, ignored);
+    throw tool_error("{}: cannot be written: {}", link.string(), error.message());
 }
 
 } // namespace velc

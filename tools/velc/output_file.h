@@ -10,4 +10,8 @@ namespace velc {
 // the standard output. Throws tool_error and leaves nothing behind.
 void write_output(const std::filesystem::path &path, std::string_view content);
 
+// Lets `name`, in the directory of the file, lead to the file: a relative symbolic link, or a copy
+// where the system has none. Takes the place of what is there. Throws tool_error.
+void write_link(const std::filesystem::path &file, const std::filesystem::path &name);
+
 } // namespace velc

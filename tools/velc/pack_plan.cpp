@@ -3,6 +3,8 @@
 #include <set>
 
 #include "common/locale_name.h"
+#include "velc/conversion_recipe.h"
+#include "velc/conversion_writer.h"
 #include "velc/pack.h"
 #include "velc/tool_error.h"
 
@@ -53,6 +55,29 @@ public:
     }
 
     void use_charmap(const std::string &name) { used_.insert(name); }
+
+    void add_conversion(const conversion_recipe &listed, const codeset &from, const codeset &to) {
+        pack_item item{pack_item::kind::conversion,
+                       {},
+                       from.charmap,
+                       from.number(),
+                       std::filesystem::path(conversion_directory) /
+                           conversion_file_name(from.number(), to.number())};
+        item.target = to.charmap;
+        item.target_number = to.number();
+        for (std::uint16_t source : from.numbers)
+            for (std::uint16_t target : to.numbers)
+                item.links.push_back(conversion_file_name(source, target));
+        item.links.erase(item.links.begin()); // the file itself
+        for (const std::string &source : listed.names(from))
+            for (const std::string &target : listed.names(to))
+                item.links.push_back(fmt::format("{}_{}.cvo", source, target));
+        add(std::move(item));
+        for (const codeset *one : {&from, &to})
+            if (const unicode_form *form = find_unicode_form(one->charmap);
+                form && form->has_charmap)
+                use_charmap(one->charmap);
+    }
 
     std::vector<pack_item> finish() {
         for (const std::string &name : used_)
@@ -105,6 +130,8 @@ private:
     // Threads end together when the long work is begun first.
     static int cost_rank(const pack_item &item) {
         if (item.what == pack_item::kind::registry) return 0;
+        if (item.what == pack_item::kind::conversion)
+            return find_unicode_form(item.charmap) && find_unicode_form(item.target) ? 1 : 3;
         if (item.charmap == "GB18030") return 1;
         return item.charmap == "UTF-8" ? 2 : 3;
     }
@@ -127,6 +154,12 @@ void add_recipe(planner &plan, const recipe &from, const codeset_table &codesets
     }
 }
 
+void add_conversions(planner &plan, const recipe &from, const codeset_table &codesets) {
+    const conversion_recipe listed(from.conversions, codesets);
+    for (const auto &[source, target] : listed.pairs())
+        plan.add_conversion(listed, *source, *target);
+}
+
 void add_everything(planner &plan, const codeset_table &codesets, const source_library &sources) {
     for (const supported_locale &one : sources.supported())
         plan.add({one.source, one.source, nullptr, false, false, {}}, codesets.at(one.charmap));
@@ -140,6 +173,7 @@ void add_everything(planner &plan, const codeset_table &codesets, const source_l
 std::string pack_item::title() const {
     if (what == kind::registry) return "registry";
     if (what == kind::charmap) return charmap;
+    if (what == kind::conversion) return fmt::format("{} to {}", charmap, target);
     return overlay ? fmt::format("{}+{} in {}", source, overlay->name, charmap)
                    : fmt::format("{} in {}", source, charmap);
 }
@@ -148,6 +182,7 @@ std::vector<pack_item> plan_pack(const recipe &from, const codeset_table &codese
                                  const source_library &sources, bool everything) {
     planner plan(codesets);
     add_recipe(plan, from, codesets);
+    add_conversions(plan, from, codesets);
     if (everything) add_everything(plan, codesets, sources);
     return plan.finish();
 }

@@ -90,9 +90,13 @@ recipe read_recipe(const std::filesystem::path &directory) {
     if (directory.empty())
         return {parse_recipe_file("codesets", standard_recipe.codesets),
                 parse_recipe_file("aliases", standard_recipe.aliases),
-                parse_recipe_file("locales", standard_recipe.locales), standard_overlays()};
-    return {read_file(directory, "codesets"), read_file(directory, "aliases"),
-            read_file(directory, "locales"), read_overlays(directory / "overlays")};
+                parse_recipe_file("locales", standard_recipe.locales), standard_overlays(),
+                parse_recipe_file("conversions", standard_recipe.conversions)};
+    recipe from{read_file(directory, "codesets"), read_file(directory, "aliases"),
+                read_file(directory, "locales"), read_overlays(directory / "overlays")};
+    if (std::filesystem::exists(directory / "conversions"))
+        from.conversions = read_file(directory, "conversions");
+    return from;
 }
 
 overlay_pointer recipe::find_overlay(std::string_view name) const {

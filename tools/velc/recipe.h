@@ -1,8 +1,8 @@
 #pragma once
 
 // The recipe of a data pack: which number each code set has, what else people call it, which
-// locales the standard pack holds, and the overlays that give some of them another calendar. It
-// lives in data/ and is built into velc; --recipe reads another.
+// locales and conversions the standard pack holds, and the overlays that give some locales another
+// calendar. It lives in data/ and is built into velc; --recipe reads another.
 
 #include <cstdint>
 #include <filesystem>
@@ -19,7 +19,7 @@ struct named_text {
 };
 
 struct standard_recipe_text {
-    std::string_view codesets, aliases, locales;
+    std::string_view codesets, aliases, locales, conversions;
     std::span<const named_text> overlays;
 };
 extern const standard_recipe_text standard_recipe;
@@ -50,6 +50,8 @@ struct recipe {
     // source charmap
     recipe_file locales;
     std::vector<overlay_pointer> overlays = {}; // by name
+    // each charmap, pairs charmap charmap..., and names charmap name...; a recipe need not have it
+    recipe_file conversions = {};
 
     // Null when there is none.
     overlay_pointer find_overlay(std::string_view name) const;

@@ -114,6 +114,7 @@ void charmap::drop_prefixed(parts &from) {
     const auto is_dropped = [&](const auto &one) {
         return std::ranges::binary_search(dropped, one.bytes);
     };
+    std::ranges::copy_if(entries_, std::back_inserter(dropped_), is_dropped);
     std::erase_if(entries_, is_dropped);
     sequences_ = std::move(from.sequences);
     std::erase_if(sequences_, is_dropped);

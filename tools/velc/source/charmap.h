@@ -105,6 +105,8 @@ public:
     // All code points that can be written, rising; indexes into by_bytes().
     std::span<const std::uint32_t> by_code() const { return by_code_; }
     const std::vector<charmap_sequence> &sequences() const { return sequences_; }
+    // Characters that are left out because their first byte is a character of its own.
+    const std::vector<charmap_entry> &dropped() const { return dropped_; }
     const std::vector<charmap_name> &names() const { return names_; }
 
     // Columns of a character: the default unless the WIDTH section says otherwise.
@@ -140,6 +142,7 @@ private:
     warning_list warnings_;
     int min_length_ = 0, max_length_ = 0, width_default_ = 1;
     bool every_scalar_ = false;
+    std::vector<charmap_entry> dropped_;
 };
 
 // The UTF-8 form of a scalar value.
