@@ -59,31 +59,6 @@ TEST_F(data, locale_shows_files_and_contents) {
     EXPECT_NE(got.out.find("time.abday\t\"\\x93\\xFA\" "), std::string::npos) << got.out;
 }
 
-TEST_F(data, names_that_people_type) {
-    struct {
-        const char *name;
-        const char *file;
-    } cases[] = {
-        {"de_DE", "de_de/e01c.lco"},
-        {"de_de.57372", "de_de/e01c.lco"},
-        {"DE_de.Latin-1", "de_de/0333.lco"},
-        {"de_DE.UTF-8@euro", "de_de/e01ceuro.lco"},
-        {"sr_RS.UTF-8@latin", "sr_rs/e01clatn.lco"},
-        {"C", "default.lco"},
-        {"POSIX", "default.lco"},
-        {"eo", "eo.utf-8"},
-        {"default.lco", "default.lco"},
-        {"ja_JP.SJIS", "ja_jp/e006.lco"},
-    };
-    for (const auto &row : cases) {
-        outcome got = vel({"locale", row.name});
-        EXPECT_EQ(got.status, 0) << got.err;
-        EXPECT_TRUE(has_line(got, "locale.file\t" + pack + "lc11/" + row.file))
-            << row.name << "\n"
-            << got.out.substr(0, 300);
-    }
-}
-
 TEST_F(data, locale_of_the_environment) {
     struct {
         std::vector<std::string> variables;

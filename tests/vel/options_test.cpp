@@ -34,7 +34,7 @@ TEST_F(options, usage_errors_are_told_in_one_line_and_exit_2) {
 TEST_F(options, every_command_has_help) {
     for (const char *name :
          {"date", "parse-date", "number", "parse-number", "money", "count", "case", "classify",
-          "locale", "info", "locales", "codesets", "doctor"}) {
+          "locale", "info", "locales", "codesets", "doctor", "convert", "symbols", "charmap"}) {
         outcome got = vel({name, "--help"});
         EXPECT_EQ(got.status, 0);
         EXPECT_NE(got.out.find(std::string("Usage: vel ") + name), std::string::npos) << got.out;

@@ -166,6 +166,14 @@ std::vector<std::string> charmap_directories() {
     return parents(installed_registry().paths);
 }
 
+std::vector<std::string> conversion_directories() {
+    return parents(search_log::paths_tried([] {
+        vel_cv *cv = nullptr;
+        vel_iconv_open1(&cv, "any");
+        vel_cv_unload(cv);
+    }));
+}
+
 std::vector<data_object> locales_in(const std::string &directory) {
     return objects_in(directory, 1, add_locale);
 }

@@ -28,6 +28,7 @@ std::optional<uint16_t> codeset_number(const std::string &name);
 // The directories in which the library looks, the first one first; they need not exist.
 std::vector<std::string> locale_directories();
 std::vector<std::string> charmap_directories();
+std::vector<std::string> conversion_directories();
 
 // A data file, as its first lines describe it.
 struct data_object {

@@ -88,6 +88,9 @@ int run_tool(invocation &run, int argc, char **argv) {
     add_sort_command(app, run);
     add_sort_key_command(app, run);
     add_compare_command(app, run);
+    add_convert_command(app, run);
+    add_symbols_command(app, run);
+    add_charmap_command(app, run);
     add_locale_command(app, run);
     add_info_command(app, run);
     add_locales_command(app, run);
