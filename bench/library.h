@@ -2,6 +2,7 @@
 // an operation on a text, and whoever has the operation takes part.
 #pragma once
 
+#include "conversion.h"
 #include "sample.h"
 #include "word_list.h"
 
@@ -49,6 +50,10 @@ struct library {
     // What upper case makes of the German sharp s, which has no single capital of old.
     std::u32string_view upper_sharp_s = U"ß";
     ordering (*order)(const word_list_ptr &) = nullptr;
+    // Between code sets. Results: the bytes of all texts, one behind the other.
+    call (*convert)(const conversion_ptr &) = nullptr;
+    void *(*open_converter)(const conversion &) = nullptr; // null on failure
+    void (*close_converter)(void *converter) = nullptr;
     // What a program can do once that is going to open many locales.
     void (*prepare_to_open)() = nullptr;
     // A locale such as "de_DE", with all that the library knows about it; null on failure.

@@ -18,8 +18,9 @@ constexpr effort quick = {3, 0.01, 7};
 
 std::vector<row> chosen_rows(const std::string &expression) {
     std::vector<row> rows;
-    // Dates come behind the locales: what one of their rows has cached stays so.
-    for (auto make : {text_rows, width_rows, collate_rows, number_rows, locale_rows, date_rows}) {
+    // Dates and conversions come behind the locales: what their rows have cached stays so.
+    for (auto make : {text_rows, width_rows, collate_rows, number_rows, locale_rows, date_rows,
+                      conversion_rows}) {
         for (row &more : make()) rows.push_back(std::move(more));
     }
     std::regex wanted(expression);
@@ -61,7 +62,13 @@ int run(char **arguments, const std::vector<std::string> &words) {
     }
     if (!wanted.data.empty()) setenv("CORVANEDIR", wanted.data.c_str(), 1);
     use_host_locale_folder();
-    if (!wanted.fresh.empty()) return answer_as_fresh_process(wanted.fresh);
+    if (!wanted.fresh.empty()) {
+        if (auto taken = nanoseconds_to_open_converter(wanted.fresh)) {
+            std::printf("%.0f\n", *taken);
+            return 0;
+        }
+        return answer_as_fresh_process(wanted.fresh);
+    }
     if (!wanted.rung.empty()) use_rung(wanted.rung, arguments);
     return report(wanted);
 }

@@ -79,6 +79,14 @@ auto icu_writing_doubles(const icu_format &format) {
         return unum_formatDouble(format.get(), value, scratch_for<UChar>(), room, nullptr, &error);
     };
 }
+
+auto icu_reading(const icu_format &format, auto parse) {
+    return [=](const written &number) {
+        UErrorCode error = U_ZERO_ERROR;
+        auto size = static_cast<std::int32_t>(number.units.size());
+        return parse(format.get(), number.units.data(), size, nullptr, &error);
+    };
+}
 #endif
 
 const char *host_format(const number_row &of, const char *grouped, const char *plain) {
@@ -152,13 +160,7 @@ prepared_row integers_from_text(const number_row &of) {
     };
     work.add("host", scan, tell, host);
 #ifdef BENCH_WITH_ICU
-    icu_format format = icu_numbers(of, UNUM_DECIMAL, 0);
-    auto parse = [=](const written &number) {
-        UErrorCode error = U_ZERO_ERROR;
-        auto size = static_cast<std::int32_t>(number.units.size());
-        return unum_parse(format.get(), number.units.data(), size, nullptr, &error);
-    };
-    work.add("ICU", parse, tell);
+    work.add("ICU", icu_reading(icu_numbers(of, UNUM_DECIMAL, 0), unum_parse), tell);
 #endif
     return work.ready();
 }
@@ -206,13 +208,7 @@ prepared_row doubles_from_text(const number_row &of) {
         work.add("host", read, digits_of, host);
     }
 #ifdef BENCH_WITH_ICU
-    icu_format format = icu_numbers(of, UNUM_DECIMAL, 2);
-    auto parse = [=](const written &number) {
-        UErrorCode error = U_ZERO_ERROR;
-        auto size = static_cast<std::int32_t>(number.units.size());
-        return unum_parseDouble(format.get(), number.units.data(), size, nullptr, &error);
-    };
-    work.add("ICU", parse, digits_of);
+    work.add("ICU", icu_reading(icu_numbers(of, UNUM_DECIMAL, 2), unum_parseDouble), digits_of);
 #endif
     return work.ready();
 }

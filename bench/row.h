@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -48,8 +49,12 @@ std::vector<row> text_rows();
 std::vector<row> width_rows();
 std::vector<row> number_rows();
 std::vector<row> collate_rows();
+std::vector<row> conversion_rows();
 std::vector<row> locale_rows();
 std::vector<row> date_rows();
+
+// What a converter takes to open in a process of its own; nothing for other questions.
+std::optional<double> nanoseconds_to_open_converter(const std::vector<std::string> &arguments);
 
 // The part of a locale row that runs in a process of its own; prints a number.
 int answer_as_fresh_process(const std::vector<std::string> &arguments);

@@ -6,22 +6,6 @@
 namespace bench {
 namespace {
 
-std::string convert(const std::string &in, const char *from, const char *to) {
-    iconv_t converter = iconv_open(to, from);
-    if (converter == reinterpret_cast<iconv_t>(-1))
-        throw std::runtime_error("iconv lacks a code set");
-    std::string out(in.size() * 4, '\0');
-    char *read = const_cast<char *>(in.data());
-    char *write = out.data();
-    std::size_t left = in.size();
-    std::size_t room = out.size();
-    std::size_t result = iconv(converter, &read, &left, &write, &room);
-    iconv_close(converter);
-    if (result != 0) throw std::runtime_error(std::string("a text does not fit into ") + to);
-    out.resize(out.size() - room);
-    return out;
-}
-
 std::size_t utf8_bytes(unsigned char lead) {
     return lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
 }
@@ -56,6 +40,22 @@ std::vector<std::string> split(const std::string &separated) {
 }
 
 } // namespace
+
+std::string convert(const std::string &in, const char *from, const char *to) {
+    iconv_t converter = iconv_open(to, from);
+    if (converter == reinterpret_cast<iconv_t>(-1))
+        throw std::runtime_error("iconv lacks a code set");
+    std::string out(in.size() * 4, '\0');
+    char *read = const_cast<char *>(in.data());
+    char *write = out.data();
+    std::size_t left = in.size();
+    std::size_t room = out.size();
+    std::size_t result = iconv(converter, &read, &left, &write, &room);
+    iconv_close(converter);
+    if (result != 0) throw std::runtime_error(std::string("a text does not fit into ") + to);
+    out.resize(out.size() - room);
+    return out;
+}
 
 const char *name_of(code_set set) {
     constexpr const char *names[] = {"UTF-8", "EUC-JP", "SHIFT_JIS"};

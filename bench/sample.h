@@ -25,6 +25,9 @@ struct sample {
 };
 using sample_ptr = std::shared_ptr<const sample>;
 
+// By iconv. Throws when a character has no counterpart.
+std::string convert(const std::string &in, const char *from, const char *to);
+
 // `bytes` counts those of the UTF-8 form.
 sample_ptr make_sample(language spoken, code_set set, std::size_t bytes);
 

@@ -1,4 +1,6 @@
-// The order of bytes, which is that of no language: the limit of what comparing can reach.
+// The order of bytes, which is that of no language: the limit of what comparing can reach. In the
+// rows of conversion, bytes that are copied as they are.
+#include "converting.h"
 #include "ordering.h"
 
 namespace bench {
@@ -8,7 +10,13 @@ library bytes() {
         return comparing(list, terminated(*list),
                          [](const char *a, const char *b) { return std::strcmp(a, b); });
     };
-    return {.name = "bytes", .order = order};
+    auto copy = [](const conversion_ptr &in) {
+        return converting(in, [](const std::string &text, char *out, std::size_t) {
+            std::memcpy(out, text.data(), text.size());
+            return text.size();
+        });
+    };
+    return {.name = "bytes", .order = order, .convert = copy};
 }
 
 } // namespace bench

@@ -1,3 +1,4 @@
+#include "converting.h"
 #include "host_locales.h"
 #include "library.h"
 #include "ordering.h"
@@ -6,6 +7,7 @@
 
 #include <cwchar>
 #include <cwctype>
+#include <iconv.h>
 #include <stdexcept>
 
 namespace bench {
@@ -149,6 +151,26 @@ void close(void *locale) {
     freelocale(static_cast<locale_t>(locale));
 }
 
+void *open_converter(const conversion &of) {
+    iconv_t opened = iconv_open(of.to.peers, of.from.peers);
+    return opened == reinterpret_cast<iconv_t>(-1) ? nullptr : opened;
+}
+
+void close_converter(void *converter) {
+    iconv_close(static_cast<iconv_t>(converter));
+}
+
+call convert(const conversion_ptr &in) {
+    std::shared_ptr<void> converter(open_converter(*in), close_converter);
+    return converting(in, [=](const std::string &text, char *out, std::size_t room) {
+        char *read = const_cast<char *>(text.data());
+        std::size_t left = text.size();
+        char *write = out;
+        std::size_t failed = iconv(converter.get(), &read, &left, &write, &room);
+        return failed ? -1 : write - out;
+    });
+}
+
 } // namespace
 
 library host() {
@@ -164,6 +186,9 @@ library host() {
             .upper_text = upper_text,
             .upper_wide = upper_wide,
             .order = order,
+            .convert = convert,
+            .open_converter = open_converter,
+            .close_converter = close_converter,
             .open = open,
             .close = close};
 }

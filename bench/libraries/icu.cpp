@@ -1,4 +1,5 @@
 // ICU. Its wide form is UTF-16.
+#include "converting.h"
 #include "library.h"
 #include "ordering.h"
 #include "scratch.h"
@@ -236,6 +237,41 @@ void close(void *locale) {
     delete made;
 }
 
+// Two converters with a UTF-16 text between them; from and to UTF-8 there are short cuts.
+struct converter_pair {
+    UConverter *from, *to;
+};
+
+void close_converter(void *converter) {
+    auto *pair = static_cast<converter_pair *>(converter);
+    ucnv_close(pair->from);
+    ucnv_close(pair->to);
+    delete pair;
+}
+
+void *open_converter(const conversion &of) {
+    UErrorCode error = U_ZERO_ERROR;
+    auto *pair = new converter_pair;
+    pair->from = ucnv_open(of.from.peers, &error);
+    pair->to = ucnv_open(of.to.peers, &error);
+    if (U_SUCCESS(error)) return pair;
+    close_converter(pair);
+    return nullptr;
+}
+
+call convert(const conversion_ptr &in) {
+    std::shared_ptr<void> converter(open_converter(*in), close_converter);
+    auto *pair = static_cast<converter_pair *>(converter.get());
+    return converting(in, [=, owner = converter](const std::string &text, char *out, size_t room) {
+        UErrorCode error = U_ZERO_ERROR;
+        const char *read = text.data();
+        char *write = out;
+        ucnv_convertEx(pair->to, pair->from, &write, out + room, &read, read + text.size(), nullptr,
+                       nullptr, nullptr, nullptr, true, true, &error);
+        return U_FAILURE(error) ? -1 : write - out;
+    });
+}
+
 } // namespace
 
 library icu() {
@@ -250,6 +286,9 @@ library icu() {
             .upper_wide = upper_wide,
             .upper_sharp_s = U"SS",
             .order = order,
+            .convert = convert,
+            .open_converter = open_converter,
+            .close_converter = close_converter,
             .open = open,
             .close = close};
 }

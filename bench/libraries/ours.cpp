@@ -1,3 +1,4 @@
+#include "converting.h"
 #include "library.h"
 #include "ordering.h"
 #include "our_locale.h"
@@ -5,6 +6,7 @@
 #include "walk.h"
 
 #include "vels/collate.h"
+#include "vels/convert.h"
 #include "vels/ctype.h"
 #include "vels/locale.h"
 #include "vels/multibyte.h"
@@ -137,6 +139,37 @@ void close(void *locale) {
     vel_lc_unload(static_cast<vel_locale *>(locale));
 }
 
+std::string specification(const char *set) {
+    return std::string("en_us.") + set;
+}
+
+void close_converter(void *converter) {
+    vel_cv_unload(static_cast<vel_cv *>(converter));
+}
+
+void *open_converter(const conversion &of) {
+    vel_cv *opened = nullptr;
+    int32_t result = vel_cv_load(&opened, specification(of.to.ours).c_str(),
+                                 specification(of.from.ours).c_str(), nullptr, nullptr);
+    if (result == 1) return opened;
+    close_converter(opened);
+    return nullptr;
+}
+
+call convert(const conversion_ptr &in) {
+    std::shared_ptr<void> converter(open_converter(*in), close_converter);
+    auto *opened = static_cast<vel_cv *>(converter.get());
+    return converting(in, [=, owner = converter](const std::string &text, char *out, size_t room) {
+        auto *read = reinterpret_cast<const unsigned char *>(text.data());
+        auto *write = reinterpret_cast<unsigned char *>(out);
+        auto left = static_cast<int32_t>(text.size());
+        auto space = static_cast<int32_t>(room);
+        int32_t substituted = 0;
+        int32_t failed = vel_miconv(opened, &read, &left, &write, &space, &substituted);
+        return failed || substituted ? -1 : static_cast<int32_t>(room) - space;
+    });
+}
+
 } // namespace
 
 library ours() {
@@ -152,6 +185,9 @@ library ours() {
             .upper_text = upper_text,
             .upper_wide = upper_wide,
             .order = order,
+            .convert = convert,
+            .open_converter = open_converter,
+            .close_converter = close_converter,
             .prepare_to_open = cache_code_set_names,
             .open = open,
             .close = close};
