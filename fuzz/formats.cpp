@@ -2,31 +2,16 @@
 // past a buffer, and the measured length of a time format is never exceeded.
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
-#include "vels.h"
+#include "pack.h"
 
 namespace {
 
 constexpr int32_t room = 1024;
 constexpr size_t longest = 256; // of a format and of a text
 constexpr char guard = '\x55';
-
-vel_locale *load(const char *specification) {
-    vel_locale *locale = nullptr;
-    if (vel_lc_load(&locale, specification, -1, nullptr) == 0) return locale;
-    fprintf(stderr, "no %s: set CORVANEDIR to a data pack\n", specification);
-    exit(1);
-}
-
-void check(bool holds, const char *what) {
-    if (holds) return;
-    fprintf(stderr, "failed: %s\n", what);
-    abort();
-}
 
 // A buffer of a size that the input chooses, with a guard behind it.
 struct guarded {

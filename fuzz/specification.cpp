@@ -1,8 +1,9 @@
 // Locale specifications of any text, with a small registry cached.
 #include <cstdint>
+#include <cstring>
 #include <string>
 
-#include "vels.h"
+#include "pack.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     std::string text(reinterpret_cast<const char *>(data), size);
@@ -25,7 +26,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     vel_lc_spec2lc_fname(&error, specification, out, nullptr, nullptr);
     vel_lc_fname2lc_pieces(&error, specification, language, codeset, modifier);
     vel_lc_short_spec2lc_short_norm(&error, specification, out, nullptr);
-    vel_lc_spec2lc_norm(&error, specification, out, nullptr);
+    if (vel_lc_spec2lc_norm(&error, specification, out, nullptr) == 0) {
+        char again[2048];
+        const bool is_normal = vel_lc_spec2lc_norm(&error, out, again, nullptr) == 0;
+        check(is_normal && strcmp(out, again) == 0, "a normal form is normal");
+    }
     vel_lc_short2lc_long(&error, specification, out, nullptr);
     vel_lc_spec2lc_short(&error, specification, out, nullptr);
     for (int32_t category = VEL_CTYPE; category <= VEL_MESSAGES; ++category) {

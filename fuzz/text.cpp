@@ -1,27 +1,12 @@
 // Text of any bytes in a UTF-8 and a two-byte code set: the vector kernels must give what stepping
 // one character at a time gives.
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
-#include "vels.h"
+#include "pack.h"
 
 namespace {
-
-vel_locale *load(const char *specification) {
-    vel_locale *locale = nullptr;
-    if (vel_lc_load(&locale, specification, -1, nullptr) == 0) return locale;
-    fprintf(stderr, "no %s: set CORVANEDIR to a data pack\n", specification);
-    exit(1);
-}
-
-void check(bool holds, const char *what) {
-    if (holds) return;
-    fprintf(stderr, "failed: %s\n", what);
-    abort();
-}
 
 void compare(vel_locale *locale, const std::string &text) {
     int32_t size = static_cast<int32_t>(text.size());

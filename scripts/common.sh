@@ -31,5 +31,9 @@ need_packages() {
 }
 
 build_packages="g++ cmake ninja-build locales libcli11-dev libfmt-dev zlib1g-dev"
-test_packages="libgtest-dev googletest g++-multilib g++-mingw-w64-i686 binutils iso-codes"
+# The dictionaries are for the order of words.
+dictionaries="wngerman wfrench wspanish wswedish hunspell-cs hunspell-hr hunspell-hu hunspell-kk
+    hunspell-lt hunspell-ru hunspell-th hunspell-vi"
+test_packages="libgtest-dev googletest g++-multilib g++-mingw-w64-i686 binutils iso-codes
+    $dictionaries"
 bench_packages="libbenchmark-dev libicu-dev libunistring-dev libutf8proc-dev wngerman hunspell-ru skkdic"

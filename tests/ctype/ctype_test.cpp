@@ -82,8 +82,6 @@ TEST_F(ctype, values_have_case) {
     };
     const row rows[] = {
         {'a', 'A', 'a', 0},
-        {'Z', 'Z', 'z', 0},
-        {'1', '1', '1', 0},
         {utf8(0x436), utf8(0x416), utf8(0x436), 0},
         {0xF09F9880, 0xF09F9880, 0xF09F9880, 0},
         {0xFF, 0xFF, 0xFF, VEL_EILSEQ},
@@ -218,21 +216,6 @@ TEST_F(ctype, trailing_blanks_are_cut) {
     std::string text = "a\xE3\x80\x80 ", bad = "a \xFF";
     EXPECT_EQ(text.data() + 1, vel_mbsntstrunc(utf, text.data()));
     EXPECT_RESULT(nullptr, VEL_EILSEQ, utf, vel_mbsntstrunc(utf, bad.data()));
-}
-
-TEST_F(ctype, a_single_byte_code_set_gets_flat_tables) {
-    EXPECT_TRUE(single->single_byte);
-    EXPECT_EQ(&vel_is_mbstowcs, single->decode);
-    EXPECT_EQ(&tuk_vel_is_mbfstowcfs, single->decode_counted);
-    for (vel_wchar byte = 0; byte < 256; ++byte) {
-        EXPECT_EQ(vel_im_towupper(single, byte), single->byte_upper[byte]);
-        EXPECT_EQ(vel_im_towlower(single, byte), single->byte_lower[byte]);
-        EXPECT_EQ(vel_im_iswctype(single, byte, 0xFFFF), single->byte_classes[byte]);
-    }
-    EXPECT_FALSE(utf->single_byte);
-    EXPECT_EQ(&vel_im_mbstowcs, utf->decode);
-    EXPECT_EQ(&tuk_vel_im_mbfstowcfs, utf->decode_counted);
-    EXPECT_EQ(nullptr, utf->byte_upper);
 }
 
 } // namespace

@@ -3,13 +3,12 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdlib>
 #include <gtest/gtest.h>
-#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
 
+#include "support/pack.h"
 #include "vels.h"
 
 namespace differential {
@@ -80,19 +79,11 @@ inline std::string specification(const locale_case &of) {
     return text;
 }
 
-struct unload {
-    void operator()(vel_locale *locale) const { vel_lc_unload(locale); }
-};
-using our_locale = std::unique_ptr<vel_locale, unload>;
+using our_locale = vel_test::loaded_locale;
 
 // Null when the pack does not hold it.
 inline our_locale open_ours(const locale_case &of) {
-    unsetenv("VEL_PATH");
-    setenv("CORVANEDIR", VELS_TEST_DATA_ROOT, 1);
-    vel_locale *locale;
-    const bool loaded = vel_lc_load(&locale, specification(of).c_str(), -1, nullptr) == 0;
-    our_locale owner(locale);
-    return loaded ? std::move(owner) : nullptr;
+    return vel_test::load_from_pack(specification(of));
 }
 
 // Bytes in the order of the text, as a wide value packs them.

@@ -1,7 +1,6 @@
 #include <cstring>
 #include <functional>
 #include <gtest/gtest.h>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -243,37 +242,6 @@ TEST_F(names_test, message_directory_and_conversion) {
     EXPECT_STREQ(out, "033301b5.cvo");
     vel_cs_nums2cv_fname(nullptr, 0xFFFF, 0, out, "d");
     EXPECT_EQ(out, string("d\xFF") + "ffff0000.cvo");
-}
-
-// Damaged texts: a normal form that comes out must be accepted and stay as it is.
-TEST_F(names_test, damaged_texts) {
-    ASSERT_NE(vel_cache_registry(nullptr, path.c_str()), nullptr);
-    std::mt19937 random(20240301);
-    const string seeds[] = {us, "de_de.utf8@euro", long_form(us) + " ; ", long_form(us_file)};
-    const string alphabet = "a_.@; =#\\0\xFF";
-    int accepted = 0;
-    for (int i = 0; i < 20000; ++i) {
-        string text = seeds[random() % 4];
-        for (auto n = random() % 3; n > 0; --n) {
-            text[random() % text.size()] = alphabet[random() % alphabet.size()];
-            if (i % 8 == 0) text.insert(random() % text.size(), text);
-        }
-        const char *in = text.c_str();
-        char out[2048], again[2048], nowhere[2] = "";
-        vel_lc_short2lc_long(nullptr, in, out, nullptr);
-        vel_lc_spec2lc_short(nullptr, in, out, nullptr);
-        vel_lc_spec2lc_fname(nullptr, in, out, nullptr, "dir");
-        vel_lc_spec2category(nullptr, in, VEL_TIME, out, nullptr);
-        vel_lc_spec2msg_dname(nullptr, in, out, nullptr, nullptr);
-        vel_lc_fname2lc_spec(nullptr, in, out, nowhere);
-        EXPECT_STREQ(nowhere, ""); // an empty directory is none
-        vel_is_lc_spec(nullptr, in);
-        if (vel_lc_spec2lc_norm(nullptr, in, out, nullptr) != 0) continue;
-        ++accepted;
-        EXPECT_EQ(vel_lc_spec2lc_norm(nullptr, out, again, nullptr), 0) << text;
-        EXPECT_STREQ(out, again);
-    }
-    EXPECT_GT(accepted, 1000);
 }
 
 } // namespace

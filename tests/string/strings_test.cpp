@@ -44,17 +44,6 @@ TEST(strings, are_searched_for_nothing_and_for_null_characters) {
     });
 }
 
-// Text is searched in windows that grow from 256 characters.
-TEST(strings, are_found_across_windows) {
-    for_each_set([&](const code_set &set, vel_locale *l) {
-        block<char> needle(terminated(set, set.bytes("aXYa")));
-        for (size_t at = 245; at < 265; ++at) {
-            block<char> text(terminated(set, set.bytes(std::string(at, 'a') + "XYa")));
-            EXPECT_EQ(text.get() + (at - 1) * set.least, vel_full_mbsmbs(l, text, needle));
-        }
-    });
-}
-
 enum operation { cpy, ncpy, cat, ncat };
 
 int32_t join(operation o, vel_locale *l, char *d, int32_t dn, char *s, int32_t sn, int32_t n) {

@@ -4,31 +4,24 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "record/portable.h"
 #include "record/record.h"
+#include "support/pack.h"
 #include "vels/errors.h"
-#include "vels/locale.h"
 #include "vels/time.h"
 
 namespace vel_test {
 
-struct unload {
-    void operator()(vel_locale *locale) const { vel_lc_unload(locale); }
-};
-using locale_owner = std::unique_ptr<vel_locale, unload>;
+using locale_owner = loaded_locale;
 
 inline locale_owner open_locale(const char *specification) {
-    unsetenv("VEL_PATH");
-    setenv("CORVANEDIR", VELS_TEST_DATA_ROOT, 1);
-    vel_locale *locale = nullptr;
-    EXPECT_EQ(vel_lc_load(&locale, specification, -1, nullptr), 0) << specification;
-    return locale_owner(locale);
+    locale_owner owner = load_from_pack(specification);
+    EXPECT_TRUE(owner) << specification;
+    return owner;
 }
 
 // The error number that a call has left, which is then forgotten.
