@@ -1,38 +1,17 @@
 // The bytes of a conversion object and, in front of them, of a text to convert: in one call,
 // measured, and through room that is too small. An allocator fails at a place the input chooses.
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <initializer_list>
 
 #include "conv/record.h"
-#include "vels.h"
+#include "pack.h"
+#include "support/host.h"
 
 namespace {
 
 constexpr int32_t longest_text = 64;
 constexpr int32_t most_output = longest_text * 12; // a character and two switches of the state
-
-const uint8_t *object;
-size_t object_size;
-uint32_t allocations_left;
-
-void *open_memory(const char *, const char *) {
-    return object_size ? fmemopen(const_cast<uint8_t *>(object), object_size, "r") : nullptr;
-}
-void *allocate(size_t size) {
-    return allocations_left && --allocations_left == 0 ? nullptr : malloc(size);
-}
-
-template <typename Function> void install(int32_t slot, Function *function) {
-    int32_t error = 0;
-    vel_setextfunc(&error, slot, reinterpret_cast<vel_hook>(function));
-}
-
-void require(bool holds) {
-    if (!holds) abort();
-}
 
 struct converted {
     int32_t status, left, written;
@@ -60,16 +39,18 @@ void use(vel_cv *cv, const uint8_t *text, int32_t length) {
     vel_cv_state state{0, 0, 0, 0};
     const unsigned char *in = text;
     int32_t left = length, space = most_output, substituted;
-    require(vel_mconvlen(cv, &state, &in, &left, &space, &substituted) == whole.status);
-    require(left == whole.left && most_output - space == whole.written);
+    check(vel_mconvlen(cv, &state, &in, &left, &space, &substituted) == whole.status,
+          "measured status");
+    check(left == whole.left && most_output - space == whole.written, "measured lengths");
     // A change of state is on record before its character fits, which is then taken otherwise.
     if (!cv->is_shifted()) {
         convert(cv, text, length, 16, &pieces);
-        require(pieces.left == whole.left && pieces.written == whole.written);
-        require(memcmp(pieces.output, whole.output, static_cast<size_t>(whole.written)) == 0);
+        check(pieces.left == whole.left && pieces.written == whole.written, "lengths of pieces");
+        check(memcmp(pieces.output, whole.output, static_cast<size_t>(whole.written)) == 0,
+              "pieces make the whole");
     }
     for (int32_t room = 0; room < 8; ++room) convert(cv, text, length, room, &pieces);
-    require(vel_cv_outbuflen(cv, length) >= 0);
+    check(vel_cv_outbuflen(cv, length) >= 0, "a size of output");
 }
 
 } // namespace
@@ -78,18 +59,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (size < 2) return 0;
     size_t length = data[1] % longest_text;
     if (size < 2 + length) return 0;
-    install(VEL_HOOK_FOPEN, open_memory);
-    install(VEL_HOOK_MALLOC, allocate);
-    object = data + 2 + length;
-    object_size = size - 2 - length;
-    for (uint32_t budget : {0u, data[0] + 1u}) {
-        allocations_left = budget;
+    vel_test::test_host host;
+    host.environment["CORVANEDIR"] = "/r";
+    host.files["/r/vels/cv9/object.cvo"].assign(data + 2 + length, data + size);
+    for (int failing : {0, data[0] + 1}) {
+        host.fail_allocation(failing);
         vel_cv *cv = nullptr;
         if (vel_iconv_open1(&cv, "object.cvo") == 0) {
-            allocations_left = 0;
+            host.fail_allocation(0);
             use(cv, data + 2, static_cast<int32_t>(length));
         }
         vel_cv_unload(cv);
     }
+    check(host.blocks.empty() && host.open_streams == 0, "nothing is left behind");
     return 0;
 }

@@ -119,7 +119,6 @@ TEST_F(primitives, step_forwards_and_backwards) {
     EXPECT_RESULT(nullptr, VEL_EILSEQ, utf, tuk_vel_full_mbsnext(utf, text + 2, 4));
 
     EXPECT_RESULT(text + 6, 0, utf, vel_full_mbsprev(utf, text, text + 7));
-    EXPECT_RESULT(text + 3, 0, utf, vel_full_mbsprev(utf, text, text + 6));
     EXPECT_RESULT(text, 0, utf, vel_full_mbsprev(utf, text, text + 1));
     EXPECT_RESULT(nullptr, VEL_EINVAL, utf, vel_full_mbsprev(utf, text, text + 5));
     EXPECT_RESULT(nullptr, VEL_EBADPOS, utf, vel_full_mbsprev(utf, text, text));
@@ -173,44 +172,36 @@ TEST_F(primitives, replace_a_character_by_its_number) {
         }
     }
     EXPECT_RESULT(nullptr, VEL_EFAULT, utf, vel_full_putmbsi(utf, nullptr, 0, "x"));
-    EXPECT_RESULT(nullptr, VEL_EFAULT, single, vel_full_putmbsi(single, nullptr, 0, "x"));
 }
 
 TEST_F(primitives, write_and_recognise_terminators) {
     char out[4] = {'?', '?', '?', '?'};
-    EXPECT_EQ(1, vel_mb_loc_min(utf));
-    EXPECT_EQ(4, vel_mb_loc_max(utf));
-    EXPECT_EQ(1, vel_mb_loc_max(single));
-    EXPECT_EQ(1, vel_mbsterm(utf, out));
     EXPECT_EQ(2, vel_mbsterm(two, out));
     EXPECT_EQ(std::string("\0\0??", 4), std::string(out, 4));
     EXPECT_EQ(2, vel_ismbsterm(two, "\0\0"));
     EXPECT_EQ(0, vel_ismbsterm(two, "\0A"));
     EXPECT_EQ(0, vel_ismbsterm(two, "A\0"));
-    EXPECT_EQ(1, vel_ismbsterm(utf, ""));
 }
 
 TEST_F(primitives, measure_strings) {
     EXPECT_RESULT(0, 0, utf, vel_mbsbytes(utf, nullptr));
     EXPECT_RESULT(0, VEL_EILSEQ, utf, vel_mbsbytes(utf, "a\xFF"));
     EXPECT_RESULT(5, 0, utf, vel_mbsbytes(utf, "a\xE3\x81\x82"));
-    EXPECT_RESULT(3, 0, single, vel_mbsbytes(single, "\xFF\xE9"));
     EXPECT_RESULT(6, 0, two, vel_mbsbytes(two, "\0A\x30\x42\0\0"));
-    EXPECT_RESULT(2, 0, two, vel_im_mbslen(two, "\0A\x30\x42\0\0"));
-    EXPECT_RESULT(-1, VEL_EILSEQ, utf, vel_im_mbslen(utf, "a\xFF"));
 
     struct row {
         vel_locale *locale;
         const char *bytes;
         int32_t n, count;
     };
-    const row rows[] = {
-        {utf, "a\xE3\x81\x82", 4, 2}, {utf, "a\xE3\x81\x82", -1, 2}, {utf, "a\xE3\x81\x82", 3, -1},
-        {utf, "a\0b", 3, 3},          {utf, "a\0b", -1, 1},          {utf, "", 0, 0},
-        {utf, "\xFF", 1, -1},         {utf, "a\xFF", -1, -1},        {utf, "a", -2, -1},
-        {utf, nullptr, -1, -1},       {single, "a\0\xFF", 3, 3},     {single, "a\0\xFF", -1, 1},
-        {two, "\0\0\0A", 4, 2},       {two, "\0A\0\0", 3, -1},       {two, "\0A\0\0", -1, 1},
-    };
+    const row rows[] = {{utf, "a\xE3\x81\x82", 3, -1},
+                        {utf, "a\0b", 3, 3},
+                        {utf, "", 0, 0},
+                        {utf, "a", -2, -1},
+                        {utf, nullptr, -1, -1},
+                        {single, "a\0\xFF", 3, 3},
+                        {two, "\0\0\0A", 4, 2},
+                        {two, "\0A\0\0", 3, -1}};
     for (const row &r : rows) {
         SCOPED_TRACE(&r - rows);
         EXPECT_RESULT(r.count, r.count < 0 ? VEL_EILSEQ : 0, r.locale,
@@ -219,7 +210,6 @@ TEST_F(primitives, measure_strings) {
     const vel_wchar wide[] = {'a', 0xFFFFFFFF, 0};
     EXPECT_EQ(2, vel_wcslen(wide));
     EXPECT_EQ(12, vel_wcsbytes(wide));
-    EXPECT_EQ(4, vel_wcsbytes(wide + 2));
 }
 
 TEST_F(primitives, step_over_long_null_characters_by_the_shortest_length) {
@@ -242,14 +232,10 @@ TEST_F(primitives, keep_the_particulars_of_counted_decoding) {
         int32_t n, room, result, stored;
     };
     const row rows[] = {
-        {utf, "abc", 3, 10, 3, 3},        {utf, "abc", 3, 3, 3, 3},
-        {utf, "abc", 3, 2, 3, 2},         {utf, "abc", 3, 0, 1, 0},
         {utf, "abc", 3, -5, 1, 0},        {utf, "abc", 0, 10, 1, 1},
-        {utf, "abc", -2, 10, 1, 1},       {utf, "abc", -1, 10, 3, 4},
-        {utf, "abc", -1, 3, 3, 3},        {utf, "abc", -1, 0, 0, 0},
+        {utf, "abc", -2, 10, 1, 1},       {utf, "abc", -1, 0, 0, 0},
         {utf, "a\xC3\xA9", 2, 10, -1, 1}, {utf, "\xC3\xA9", 0, 10, -1, 0},
         {utf, "a\xC3\xA9", 2, 1, 2, 1},   {two, "\0A\0\0\0B", 6, 9, 3, 3},
-        {two, "\0A\0\0", -1, 9, 1, 2},
     };
     for (const row &r : rows) {
         SCOPED_TRACE(&r - rows);
@@ -261,7 +247,6 @@ TEST_F(primitives, keep_the_particulars_of_counted_decoding) {
     std::vector<vel_wchar> out(4, 7);
     EXPECT_EQ(3, tuk_vel_is_mbfstowcfs(single, out.data(), "a\0\xFF", 3, 4));
     EXPECT_EQ((std::vector<vel_wchar>{'a', 0, 0xFF, 7}), out);
-    EXPECT_EQ(1, vel_im_mbstowcs(utf, out.data(), "z", 4));
     EXPECT_EQ(0, tuk_vel_is_mbfstowcfs(single, out.data(), "a", 1, -1));
 }
 
@@ -278,23 +263,17 @@ TEST_F(primitives, encode_strings_of_a_single_byte_set_without_and_with_a_check)
         out.assign(8, '?');
         EXPECT_RESULT(-1, VEL_EILSEQ, single, encode(single, out.data(), wide, 8));
         EXPECT_EQ("a???????", out);
-        EXPECT_RESULT(1, 0, single, encode(single, out.data(), wide, 1));
-        EXPECT_RESULT(0, 0, single, encode(single, out.data(), wide, 0));
     }
-    EXPECT_RESULT(1, 0, single, tuk_vel_is_wcstombs(single, out.data(), wide + 2, 1, 8));
-    EXPECT_EQ("b???????", out);
 }
 
 TEST_F(primitives, compare_wide_and_multibyte_strings) {
-    const vel_wchar wide[] = {'a', 0xC3A9, 'z', 0};
+    const vel_wchar wide[] = {'a', 0xC3A9, 'z', 0}, bytes[] = {'a', 0xE9, 0};
     const std::pair<const char *, int32_t> rows[] = {
         {"a\xC3\xA9z", 3}, {"a", 1}, {"", 0}, {"x", -1}, {"a\xC3\xA9zc", -1}};
     for (auto [text, result] : rows)
         EXPECT_RESULT(result, 0, utf, vel_compare_wc_to_mb(utf, wide, text));
     EXPECT_RESULT(-1, VEL_EILSEQ, utf, vel_compare_wc_to_mb(utf, wide, "a\xFF"));
-    const vel_wchar bytes[] = {'a', 0xE9, 0};
     EXPECT_EQ(2, vel_compare_wc_to_mb(single, bytes, "a\xE9"));
-    EXPECT_EQ(-1, vel_compare_wc_to_mb(single, bytes, "a\xE9z"));
 }
 
 } // namespace

@@ -199,21 +199,4 @@ TEST_F(engine, random_texts_in_every_room) {
     }
 }
 
-// In pieces, with the state kept, the result is that of the whole text.
-TEST_F(engine, pieces_of_stateful_text_make_the_whole) {
-    const rules rule = all_rules()[2];
-    vel_cv *cv = open(rule.parts);
-    const std::string text = "ab\x0E!!!!!a!!\x0Fz\xA4\xA2z\x0E!!";
-    const result whole = run(cv, text, mode::counted, 100, {1, 1, 0, 0}, 0);
-    EXPECT_EQ(whole.output, "ab<\xE3\x82\xE3\x82>>a<\xE3\x82Z>>\xE3\x81\x82<Z>><\xE3\x82>>");
-    for (size_t split = 0; split < text.size(); ++split) {
-        result first = run(cv, text.substr(0, split), mode::counted, 100, {1, 0, 0, 0}, 0);
-        EXPECT_EQ(first.error, first.used == split ? 0 : VEL_EINVAL);
-        const result second = run(cv, text.substr(first.used), mode::counted, 100,
-                                  {0, 1, first.in_shifted, first.out_shifted}, 0);
-        EXPECT_EQ(first.output + second.output, whole.output) << split;
-    }
-    vel_cv_unload(cv);
-}
-
 } // namespace

@@ -9,6 +9,7 @@
 #include "charmap/kernels.h"
 #include "conv/runs.h"
 #include "support/make_conversion.h"
+#include "support/utf8_text.h"
 
 namespace vel {
 
@@ -43,15 +44,6 @@ std::string bytes_of(uint32_t value, int size) {
 std::string reversed(std::string text) {
     std::reverse(text.begin(), text.end());
     return text;
-}
-
-std::string utf8(uint32_t code) {
-    if (code < 0x80) return bytes_of(code, 1);
-    uint32_t last = 0x80 | (code & 0x3F), middle = (0x80 | (code >> 6 & 0x3F)) << 8;
-    if (code < 0x800) return bytes_of(0xC000 | (code >> 6) << 8 | last, 2);
-    if (code < 0x10000) return bytes_of(0xE00000 | (code >> 12) << 16 | middle | last, 3);
-    uint32_t second = (0x80 | (code >> 12 & 0x3F)) << 16;
-    return bytes_of(0xF0000000 | (code >> 18) << 24 | second | middle | last, 4);
 }
 
 // Targets in one of these forms, the same for the same number.
@@ -99,7 +91,7 @@ public:
     }
     maker &add_utf8(uint32_t first, uint32_t last) {
         for (uint32_t code = first; code <= last; ++code) {
-            if (code - 0xD800 >= 0x800) add(utf8(code), code);
+            if (code - 0xD800 >= 0x800) add(utf8_text(code), code);
         }
         return *this;
     }

@@ -40,16 +40,12 @@ protected:
         kept_.push_back(locale);
         return locale;
     }
-    vel_locale *create() {
+    vel_locale *create(int32_t (*make)(vel_locale **) = vel_createlocale_4) {
         vel_locale *locale = nullptr;
-        int32_t result = vel_createlocale_4(&locale);
+        int32_t result = make(&locale);
         return keep(result, locale);
     }
-    vel_locale *create_null() {
-        vel_locale *locale = nullptr;
-        int32_t result = vel_create_null_locale_4(&locale);
-        return keep(result, locale);
-    }
+    vel_locale *create_null() { return create(vel_create_null_locale_4); }
     vel_locale *load(const object_parts &parts) {
         const std::string name = "y" + std::to_string(kept_.size());
         host.files["/d/" + name] = parts.text();

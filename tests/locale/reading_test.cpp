@@ -2,7 +2,6 @@
 #include <cmath>
 
 #include "locale/locale_fixture.h"
-#include "objfile/lookup.h"
 
 using namespace vel_test;
 using grouping = vel_grouping;
@@ -14,66 +13,29 @@ class reading : public locale_test {};
 std::u32string wide(const vel::locale_text &text) {
     return std::u32string(reinterpret_cast<const char32_t *>(text.wide));
 }
-std::vector<std::string> strings(const vel::text_list &list) {
-    std::vector<std::string> result;
-    for (int32_t i = 0; i < list.count; ++i) result.push_back(list.items[i].bytes);
-    return result;
-}
 std::vector<int32_t> sizes(const grouping &from) {
     return {from.sizes, from.sizes + from.count};
-}
-uint16_t value(vel_locale *locale, const vel::sealed_table *table, const char *bytes) {
-    return vel::vel_trie_find(locale, *table, bytes).value;
 }
 
 TEST_F(reading, items_of_a_single_byte_object) {
     vel_locale *locale = load({});
-    EXPECT_EQ(locale->single_byte != 0, true);
     ASSERT_NE(locale->byte_upper, nullptr);
-    EXPECT_EQ(locale->case_growth, 1.5);
-    EXPECT_EQ(value(locale, locale->ctype.characters, "a"), 6);
-    EXPECT_EQ(value(locale, locale->ctype.cases, "b"), 2);
     EXPECT_EQ(locale->ctype.pairs[2].upper, 0x42u);
-    EXPECT_EQ(locale->ctype.class_count, 2);
-    EXPECT_STREQ(locale->ctype.classes[1].name, "vowel");
     EXPECT_EQ(locale->ctype.classes[1].number, 1);
-
     const vel::collate_category &collate = locale->collate;
-    EXPECT_EQ(collate.kind, vel::collation_as_specified);
     EXPECT_EQ(collate.pass_count, 2);
-    EXPECT_EQ(collate.max_weight, 9);
     EXPECT_EQ(collate.passes[1].direction, vel::pass_backward);
     EXPECT_EQ(collate.passes[0].weights[1], 0x8002);
-    EXPECT_EQ(collate.passes[1].weights[4], 1);
-    EXPECT_EQ(collate.elements[0].index, 4);
     EXPECT_EQ(collate.elements[0].values[1], 0x62u);
-    EXPECT_EQ(collate.expansions[0].count, 2);
     EXPECT_EQ(collate.expansions[0].values[1], 0x43u);
     EXPECT_EQ(locale->collate_features, 15u);
     EXPECT_EQ(locale->collate_longest_element, 2u);
-
     const vel_conventions &conventions = locale->conventions;
-    EXPECT_STREQ(conventions.numeric.decimal_point.bytes, ",");
     EXPECT_EQ(wide(conventions.numeric.thousands_sep), U".");
-    EXPECT_EQ(sizes(conventions.numeric.grouping), (std::vector<int32_t>{3, -1}));
     EXPECT_EQ(locale->numeric_marks.positive_sign, U'+');
-    EXPECT_EQ(locale->monetary_marks.decimal_point_length, 1);
     EXPECT_EQ(locale->monetary_marks.positive_sign, 0u);
     EXPECT_EQ(conventions.monetary.n_sign_posn, 127); // -4 stands for nothing
-
-    const vel::time_category &time = locale->time;
-    EXPECT_EQ(strings(time.abbreviated_months), (std::vector<std::string>{"Jan", "Feb"}));
-    EXPECT_STREQ(locale->codeset_names[5], "819");
-    EXPECT_EQ(locale->wide_file_names[5][0], U'y');
-}
-
-TEST_F(reading, a_multibyte_object) {
-    vel_locale *locale = load(multibyte_parts());
-    EXPECT_EQ(locale->single_byte, 0);
-    EXPECT_EQ(locale->byte_upper, nullptr);
-    EXPECT_EQ(locale->case_growth, 2.0);
-    EXPECT_EQ(locale->ctype.pairs[3].upper, 0xC4B0u);
-    EXPECT_EQ(wide(locale->conventions.monetary.currency_symbol), U"\xE282AC");
+    EXPECT_STREQ(locale->time.abbreviated_months.items[1].bytes, "Feb");
 }
 
 TEST_F(reading, growth_factors) {
@@ -108,22 +70,6 @@ TEST_F(reading, groupings_keep_what_can_be_reached) {
     }
 }
 
-TEST_F(reading, thai_ordering_ends_its_section) {
-    object_parts parts;
-    parts.collate = "thai_smo\n";
-    vel_locale *locale = load(parts);
-    EXPECT_EQ(locale->collate.kind, vel::collation_thai);
-    EXPECT_TRUE(locale->collate.characters->empty());
-}
-
-TEST_F(reading, header_lines_beyond_the_three_are_skipped) {
-    object_parts parts;
-    for (const char *length : {"HEADER_LENGTH=3\n", "X=5\na\n### LC_CTYPE\n", "=4 \n819=1\n"}) {
-        parts.length = length;
-        EXPECT_EQ(load_error(parts.text()), 0) << length;
-    }
-}
-
 TEST_F(reading, long_strings_arrive_whole) {
     object_parts parts = multibyte_parts();
     std::string text;
@@ -152,6 +98,8 @@ TEST_F(reading, refused_objects) {
         {"file type", &parts::type, "FILE_TYPE=charmap_object\n", VEL_EBADFILE},
         {"version", &parts::version, "COMPILER_VERSION=12\n", VEL_EVERSION},
         {"header too short", &parts::length, "HEADER_LENGTH=2\n", VEL_EBADFILE},
+        {"three header lines", &parts::length, "HEADER_LENGTH=3\n", 0},
+        {"more header lines", &parts::length, "X=5\na\n### LC_CTYPE\n", 0},
         {"header without length", &parts::length, "HEADER_LENGTH\n", VEL_EBADFILE},
         {"header without end", &parts::length, "HEADER_LENGTH=99999999999999999999\n",
          VEL_EBADFILE},

@@ -107,32 +107,6 @@ TEST(text_reader, fields_in_bulk) {
         EXPECT_EQ(odd[0], 'g' * 16);
         EXPECT_TRUE(stream.reader().truncated());
         EXPECT_EQ(odd[2], 0);
-
-        text_stream run("00010002fffF0003z");
-        uint16_t three[4];
-        vel::read_hex16_run(run.reader(), three, 4);
-        EXPECT_EQ(three[2], 0xFFFF);
-        EXPECT_EQ(run.rest(), "z");
-    });
-}
-
-TEST(text_reader, tokens_and_lines) {
-    both_ways([] {
-        text_stream stream("one two_three\nline\n\nend");
-        text_reader &in = stream.reader();
-        char buffer[8];
-        vel::vel_read_token(buffer, sizeof buffer, in);
-        EXPECT_STREQ(buffer, "one");
-        vel::vel_skip_space(in);
-        vel::vel_read_token(buffer, sizeof buffer, in);
-        EXPECT_STREQ(buffer, "two_thr");
-        const char *lines[] = {"ee\n", "line\n", "\n", "end"};
-        for (const char *line : lines) {
-            ASSERT_TRUE(in.gets(buffer, sizeof buffer));
-            EXPECT_STREQ(buffer, line);
-        }
-        EXPECT_FALSE(in.gets(buffer, sizeof buffer));
-        EXPECT_EQ(in.get(), vel::end_of_file);
     });
 }
 

@@ -11,6 +11,7 @@
 #include <tuple>
 #include <vector>
 
+#include "support/utf8_text.h"
 #include "vels/convert.h"
 
 namespace vel_test {
@@ -113,28 +114,6 @@ inline shift_marks marks_of(const converter &to_utf8) {
         if (to_utf8.convert(marks.begin) == converted{0, marks.begin.size(), "", false})
             return marks;
     return {};
-}
-
-inline std::string utf8_text(char32_t code) {
-    std::string text;
-    const auto put = [&](char32_t byte) { text += static_cast<char>(byte); };
-    if (code < 0x80) {
-        put(code);
-        return text;
-    }
-    if (code < 0x800) {
-        put(0xC0 | code >> 6);
-    } else {
-        if (code < 0x10000) {
-            put(0xE0 | code >> 12);
-        } else {
-            put(0xF0 | code >> 18);
-            put(0x80 | (code >> 12 & 0x3F));
-        }
-        put(0x80 | (code >> 6 & 0x3F));
-    }
-    put(0x80 | (code & 0x3F));
-    return text;
 }
 
 } // namespace vel_test

@@ -1,6 +1,4 @@
 // vel convert: what is converted, what cannot be, files and streams.
-#include <pty.h>
-
 #include "vel/runner.h"
 
 namespace {
@@ -210,24 +208,15 @@ TEST_F(convert, output_files) {
 
 TEST_F(convert, what_is_not_there) {
     std::string text = put("text", "a");
-    struct {
-        std::vector<std::string> arguments;
-        int status;
-        std::vector<std::string> parts;
-    } cases[] = {
-        {{"-f", "klingon"}, 1, {"unknown code set 'klingon'", "vel codesets"}},
-        {{"-f", "8859-1", "-t", "utf8", "--data", "/none"},
-         1,
+    const telling cases[] = {
+        {1, {"-f", "klingon"}, {"unknown code set 'klingon'", "vel codesets"}},
+        {1,
+         {"-f", "8859-1", "-t", "utf8", "--data", "/none"},
          {"no conversion from 8859-1 to utf8", "/none/vels/cv9/0333e01c.cvo", "--data"}},
-        {{"-l", "--data", "/none"}, 1, {"looked in /none/vels/cv9"}},
-        {{"--skip", "--strict"}, 2, {"vel convert --help"}},
+        {1, {"-l", "--data", "/none"}, {"looked in /none/vels/cv9"}},
+        {2, {"--skip", "--strict"}, {"vel convert --help"}},
     };
-    for (auto &row : cases) {
-        row.arguments.insert(row.arguments.begin(), {"convert", text});
-        outcome got = vel(row.arguments);
-        EXPECT_EQ(got.status, row.status);
-        expect_parts(got.err, row.parts);
-    }
+    expect_told({"convert", text}, cases);
     outcome list = vel({"convert", "--list"});
     expect_parts(list.out, {"ISO-8859-1\tUTF-8\t0333e01c.cvo\n", "UTF-8\tISO-8859-1\t"});
     // A damaged one is not passed over.
@@ -241,31 +230,11 @@ TEST_F(convert, what_is_not_there) {
 }
 
 TEST_F(convert, progress_on_a_terminal) {
-    // Standard error is the terminal, and standard output is not.
-    auto seen = [&](const char *more) {
-        std::string script =
-            put("slow", std::string("(echo a; sleep 1; echo b) | env -i ") +
-                            "CORVANEDIR='" VELS_TEST_DATA_ROOT "' " VELS_VEL_PATH " convert " +
-                            more + " > /dev/null");
-        int primary = -1;
-        pid_t child = forkpty(&primary, nullptr, nullptr, nullptr);
-        if (child == 0) {
-            execl("/bin/sh", "sh", script.c_str(), nullptr);
-            _exit(127);
-        }
-        std::string text;
-        char block[4096];
-        for (ssize_t got; (got = read(primary, block, sizeof block)) > 0;) {
-            text.append(block, static_cast<size_t>(got));
-        }
-        close(primary);
-        waitpid(child, nullptr, 0);
-        return text;
-    };
-    std::string shown = seen("");
+    const std::string command = "(echo a; sleep 1; echo b) | vel convert > /dev/null";
+    std::string shown = on_terminal(command);
     expect_parts(shown, {"4 B, ", "B/s"});
     EXPECT_TRUE(shown.ends_with("\r\x1b[K")) << shown;
-    EXPECT_EQ(seen("--quiet"), "");
+    EXPECT_EQ(on_terminal(command + " --quiet"), "");
 }
 
 } // namespace

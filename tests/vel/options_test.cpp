@@ -1,6 +1,4 @@
 // The command line itself: usage errors, help, exit statuses, output that cannot be written.
-#include <pty.h>
-
 #include "vel/runner.h"
 
 namespace {
@@ -54,24 +52,22 @@ TEST_F(options, what_cannot_be_written_is_a_failure) {
 }
 
 TEST_F(options, messages_say_what_was_tried) {
-    struct {
-        std::vector<std::string> arguments;
-        std::vector<std::string> parts;
-    } cases[] = {
-        {{"locale", "--data", "/nowhere", "de_DE"},
+    const telling cases[] = {
+        {1,
+         {"locale", "--data", "/nowhere", "de_DE"},
          {"there is no data directory", "/nowhere/vels/lc11/de_de/e01c.lco", "--data"}},
-        {{"locale", "qq_QQ"}, {"'qq_QQ'", "not installed", "/lc11/qq_qq/e01c.lco", "vel locales"}},
-        {{"locale", "de_DE.klingon"}, {"unknown code set 'klingon'", "vel codesets"}},
-        {{"count", "-l", "C", "/nowhere/file"}, {"cannot open /nowhere/file: No such file"}},
-        {{"case", "upper", "-l", "C", "-o", "/nowhere/out"}, {"cannot write beside /nowhere/out"}},
-        {{"codesets", "--data", "/nowhere"}, {"registry", "/nowhere/vels/cm3/registry"}},
-        {{"locales", "--data", "/nowhere"}, {"looked in /nowhere/vels/lc11"}},
+        {1,
+         {"locale", "qq_QQ"},
+         {"'qq_QQ'", "not installed", "/lc11/qq_qq/e01c.lco", "vel locales"}},
+        {1, {"locale", "de_DE.klingon"}, {"unknown code set 'klingon'", "vel codesets"}},
+        {1, {"count", "-l", "C", "/nowhere/file"}, {"cannot open /nowhere/file: No such file"}},
+        {1,
+         {"case", "upper", "-l", "C", "-o", "/nowhere/out"},
+         {"cannot write beside /nowhere/out"}},
+        {1, {"codesets", "--data", "/nowhere"}, {"registry", "/nowhere/vels/cm3/registry"}},
+        {1, {"locales", "--data", "/nowhere"}, {"looked in /nowhere/vels/lc11"}},
     };
-    for (const auto &row : cases) {
-        outcome got = vel(row.arguments);
-        EXPECT_EQ(got.status, 1);
-        expect_parts(got.err, row.parts);
-    }
+    expect_told({}, cases);
 }
 
 TEST_F(options, data_comes_before_the_search_path) {
@@ -80,42 +76,17 @@ TEST_F(options, data_comes_before_the_search_path) {
     EXPECT_EQ(vel({"locale", "C"}, {"VEL_PATH=/nowhere"}).status, 1);
 }
 
-// Colours and frames, on a terminal only.
-class terminal : public options {
-protected:
-    std::string on_terminal(const std::string &variable, const std::string &choice) {
-        int primary = -1;
-        pid_t child = forkpty(&primary, nullptr, nullptr, nullptr);
-        if (child == 0) {
-            execl("/usr/bin/env", "env", "-i", "LC_ALL=C.UTF-8", variable.c_str(), VELS_VEL_PATH,
-                  "--data", VELS_TEST_DATA_ROOT, choice.c_str(), "classify", "-l", "C", "a",
-                  nullptr);
-            _exit(127);
-        }
-        std::string text;
-        char block[4096];
-        for (ssize_t got; (got = read(primary, block, sizeof block)) > 0;) {
-            text.append(block, static_cast<size_t>(got));
-        }
-        close(primary);
-        int status = 0;
-        waitpid(child, &status, 0);
-        EXPECT_EQ(status, 0) << text;
-        return text;
-    }
-};
-
-TEST_F(terminal, colours_and_frames) {
-    const std::string colour = "\x1b[", frame = "│";
-    std::string plain = vel({"classify", "-l", "C", "a"}).out;
-    EXPECT_EQ(plain.find(colour), std::string::npos);
-    EXPECT_EQ(plain.find(frame), std::string::npos);
-    std::string shown = on_terminal("TERM=xterm", "--color=auto");
-    EXPECT_NE(shown.find(colour), std::string::npos);
-    EXPECT_NE(shown.find(frame), std::string::npos);
-    EXPECT_EQ(on_terminal("NO_COLOR=1", "--color=auto").find(colour), std::string::npos);
-    EXPECT_EQ(on_terminal("TERM=xterm", "--color=never").find(colour), std::string::npos);
-    EXPECT_NE(on_terminal("NO_COLOR=1", "--color=always").find(colour), std::string::npos);
+TEST_F(options, colours_and_frames_on_a_terminal_only) {
+    const auto expect = [](const std::string &shown, bool colours, bool frames) {
+        EXPECT_EQ(shown.find("\x1b[") != shown.npos, colours) << shown;
+        EXPECT_EQ(shown.find("│") != shown.npos, frames) << shown;
+    };
+    const std::string command = " classify -l C a";
+    expect(shell("vel" + command).out, false, false);
+    expect(on_terminal("vel --color=auto" + command, {"TERM=xterm"}), true, true);
+    expect(on_terminal("vel --color=auto" + command, {"NO_COLOR=1"}), false, true);
+    expect(on_terminal("vel --color=never" + command, {"TERM=xterm"}), false, true);
+    expect(on_terminal("vel --color=always" + command, {"NO_COLOR=1"}), true, true);
 }
 
 } // namespace

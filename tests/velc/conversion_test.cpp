@@ -6,12 +6,12 @@
 
 #include "support/scratch.h"
 #include "velc/cmo_file.h"
-#include "velc/commands.h"
 #include "velc/conversion_recipe.h"
 #include "velc/conversion_writer.h"
 #include "velc/entry_table.h"
 #include "velc/output_file.h"
 #include "velc/pack.h"
+#include "velc/runner.h"
 
 namespace {
 
@@ -135,67 +135,6 @@ TEST(conversion, pairs_of_the_recipe_agree_with_the_charmaps) {
     }
 }
 
-TEST(conversion, forms_of_unicode_have_their_byte_order_and_routine) {
-    struct row {
-        const char *from, *to;
-        int source_min, source_max, target_min, target_max;
-        byte_sequence source;
-        entry expected;
-    };
-    const row rows[] = {
-        // Units stand in the table most significant first, and the library turns them.
-        {"utf8", "unicode", 1, 4, 2, 2, {0xE282AC, 3}, {0x12, "\x20\xAC"}},
-        {"unicode", "utf8", 2, 2, 1, 3, {0x20AC, 2}, {0x13, "\xE2\x82\xAC"}},
-        {"unicode", "ibm037", 2, 2, 1, 1, {0x0041, 2}, {0x11, "\xC1"}},
-        {"utf8", "unicode", 1, 4, 2, 2, {0xF09F9880, 4}, {0x32, "\xFF\xFD"}},
-        {"utf8", "utf-32", 1, 4, 4, 4, {0xF09F9880, 4}, {0x14, {"\x00\x01\xF6\x00", 4}}},
-        // But not both of one conversion.
-        {"unicode", "utf-32", 2, 2, 4, 4, {0x20AC, 2}, {0x14, {"\xAC\x20\x00\x00", 4}}},
-        // Bytes in the other order stand as they are, with a least length that keeps them so.
-        {"utf8", "ucs-2be", 1, 4, 1, 2, {0xE282AC, 3}, {0x12, "\x20\xAC"}},
-        {"utf-32be", "utf8", 1, 4, 1, 4, {0x20AC, 4}, {0x13, "\xE2\x82\xAC"}},
-        {"8859-1", "utf-16le", 1, 1, 1, 2, {0xE9, 1}, {0x12, {"\xE9\x00", 2}}},
-        {"utf8", "utf-16le", 1, 4, 2, 4, {0xF09F9880, 4}, {0x14, {"\x3D\xD8\x00\xDE", 4}}},
-        {"utf-16be", "utf8", 2, 4, 1, 4, {0xD83DDE00, 4}, {0x14, "\xF0\x9F\x98\x80"}},
-        {"utf-16le", "utf8", 2, 4, 1, 4, {0x0000, 2}, {0x19, {"\x00", 1}}},
-    };
-    for (const row &one : rows) {
-        SCOPED_TRACE(fmt::format("{} to {} {:X}", one.from, one.to, one.source.value));
-        const cvo_file file = all().made(one.from, one.to);
-        const auto lengths = {file.source_min, file.source_max, file.target_min, file.target_max};
-        EXPECT_TRUE(std::ranges::equal(lengths,
-                                       std::initializer_list<int>{one.source_min, one.source_max,
-                                                                  one.target_min, one.target_max}));
-        EXPECT_EQ(entry_of(*file.table, one.source), one.expected);
-    }
-}
-
-TEST(conversion, keeps_irreversible_characters_and_sequences_one_way) {
-    struct row {
-        const char *from, *to;
-        byte_sequence source;
-        entry expected;
-    };
-    const row rows[] = {
-        // Two ways to write the same character; the second can only be read.
-        {"windows-31j", "utf8", {0x81E0, 2}, {0x13, "\xE2\x89\x92"}},
-        {"windows-31j", "utf8", {0x8790, 2}, {0x13, "\xE2\x89\x92"}},
-        {"utf8", "windows-31j", {0xE28992, 3}, {0x12, "\x81\xE0"}},
-        // One character of the source, two of the target: in four bytes, and in six.
-        {"tscii", "utf-16be", {0xEC, 1}, {0x14, "\x0B\x95\x0B\xCD"}},
-        {"tscii", "utf8", {0xEC, 1}, {0x33, "\xEF\xBF\xBD"}},
-        // A letter of which the first byte is another: an accent, and a letter of its own.
-        {"iso_6937", "utf8", {0xC141, 2}, {0x12, "À"}},
-        {"utf8", "iso_6937", {0xC380, 2}, {0x12, "\xC1\x41"}},
-        {"utf8", "tcvn5712-1", {0xC391, 2}, {0x12, "N\xB2"}},
-        // Assigned after the charmap was made.
-        {"utf8", "gb18030", {0xF09F9880, 4}, {0x14, "\x94\x39\xFC\x36"}},
-    };
-    for (const row &one : rows)
-        EXPECT_EQ(entry_of(*all().made(one.from, one.to).table, one.source), one.expected)
-            << one.from << " " << one.to;
-}
-
 TEST(conversion, shift_states) {
     const cvo_file read = all().made("hz", "utf8"), written = all().made("utf8", "hz");
     EXPECT_TRUE(read.source_shifted && !read.target_shifted && written.target_shifted);
@@ -208,30 +147,6 @@ TEST(conversion, shift_states) {
     EXPECT_EQ(entry_of(*written.table, {0xE5958A, 3}), (entry{0x52, "\x30\x21"}));
     // Two bytes of e.g. U+00A4, which HZ writes as ~{!h~}.
     EXPECT_EQ(written.expansion, 3.0);
-
-    try {
-        const conversion_side host = all().side("ibm930");
-        const cvo_file to_host = all().made(all().side("utf8"), host);
-        const cvo_file from_host = all().made(host, all().side("utf8"));
-        EXPECT_EQ(entry_of(*from_host.table, {0x0E, 1}), (entry{0x90, ""}));
-        EXPECT_EQ(entry_of(*from_host.shift_table, {0x0F, 1}), (entry{0x90, ""}));
-        EXPECT_EQ(entry_of(*from_host.shift_table, {0x4481, 2}), (entry{0x13, "あ"}));
-        EXPECT_EQ(entry_of(*to_host.table, {0xE38182, 3}), (entry{0x52, "\x44\x81"}));
-        EXPECT_EQ(entry_of(*to_host.table, {0x41, 1}), (entry{0x11, "\xC1"}));
-        std::size_t lost = 0;
-        for_each_character(*from_host.shift_table,
-                           [&](const byte_sequence &bytes, const unsigned char *value) {
-                               const entry one = entry_at(value);
-                               const charmap_entry *known = host.set->shifted->find(bytes);
-                               if (!known || !known->reversible) return;
-                               const entry back = entry_of(*to_host.table, utf8_bytes(known->code));
-                               lost += back != entry{0x52, bytes.text()} ||
-                                       one.bytes != utf8_bytes(known->code).text();
-                           });
-        EXPECT_EQ(lost, 0u);
-    } catch (const missing_set &) {
-        GTEST_SKIP() << "the host's converter has no IBM930";
-    }
 }
 
 TEST(conversion, packs_hold_the_pairs_of_their_recipe_under_all_names) {
@@ -241,12 +156,10 @@ TEST(conversion, packs_hold_the_pairs_of_their_recipe_under_all_names) {
     at.put("recipe/locales", "default C UTF-8\n");
     at.put("recipe/conversions", "each UTF-8\nnames UTF-8 utf8 utf-8\n");
     const std::string recipe = (at / "recipe").string(), root = (at / "pack").string();
-    const char *const words[] = {"velc", "pack", "--recipe", recipe.c_str(), "-o", root.c_str()};
-    testing::internal::CaptureStderr();
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(run(std::size(words), words), 0);
-    EXPECT_NE(testing::internal::GetCapturedStdout().find(" 4 conversions"), std::string::npos);
-    const std::string warnings = testing::internal::GetCapturedStderr();
+    const vel_test::outcome made = vel_test::run_velc({"pack", "--recipe", recipe, "-o", root});
+    EXPECT_EQ(made.code, 0);
+    EXPECT_NE(made.out.find(" 4 conversions"), std::string::npos);
+    const std::string &warnings = made.err;
     EXPECT_EQ(warnings.find("NONE"), warnings.rfind("NONE")) << warnings;
     EXPECT_NE(warnings.find("NONE"), std::string::npos) << warnings;
     const auto directory = at / "pack" / conversion_directory;

@@ -4,8 +4,8 @@
 
 #include "record/record.h"
 #include "support/scratch.h"
-#include "velc/commands.h"
 #include "velc/recipe.h"
+#include "velc/runner.h"
 #include "velc/source/source_library.h"
 #include "velc/source/time_overlay.h"
 #include "velc/tool_error.h"
@@ -15,6 +15,8 @@ namespace {
 
 using namespace velc;
 using vel_test::content_of;
+using vel_test::expect_complaint;
+using vel_test::run_velc;
 using vel_test::scratch_directory;
 
 const time_format &time_of(const char *locale) {
@@ -74,19 +76,8 @@ TEST(overlays, are_refused_with_the_line) {
         {"LC_NUMERIC\n", "bad:1: found 'LC_NUMERIC', expected one LC_TIME and nothing else"},
         {"# nothing\n", "bad: found nothing, expected LC_TIME"},
     };
-    for (const auto &[text, message] : cases) {
-        try {
-            overlay_time(time_of("de_DE"), "bad", text);
-            ADD_FAILURE() << message;
-        } catch (const source_error &error) {
-            EXPECT_STREQ(error.what(), message);
-        }
-    }
-}
-
-int velc_does(std::vector<const char *> words) {
-    words.insert(words.begin(), "velc");
-    return run(static_cast<int>(words.size()), words.data());
+    for (const auto &[text, message] : cases)
+        expect_complaint({message}, [&] { overlay_time(time_of("de_DE"), "bad", text); });
 }
 
 // A pack of the standard overlays under the names that people give to the library.
@@ -101,8 +92,8 @@ protected:
         for (const auto &[name, text] : standard_recipe.overlays)
             at_.put("recipe/overlays/" + std::string(name), text);
         const std::string recipe = at_ / "recipe", root = at_ / "pack";
-        ASSERT_EQ(velc_does({"pack", "-q", "--recipe", recipe.c_str(), "-o", root.c_str()}), 0);
-        ASSERT_EQ(velc_does({"check", "-q", root.c_str()}), 0);
+        ASSERT_EQ(run_velc({"pack", "-q", "--recipe", recipe, "-o", root}).code, 0);
+        ASSERT_EQ(run_velc({"check", "-q", root}).code, 0);
         setenv("CORVANEDIR", root.c_str(), 1);
     }
     void TearDown() override { unsetenv("CORVANEDIR"); }
@@ -140,10 +131,10 @@ TEST_F(overlaid_pack, has_what_the_locale_command_makes) {
     const std::string path = at_ / "recipe/overlays/hebrew-he", out = at_ / "one.lco";
     const std::string packed = content_of(at_ / "pack/vels/lc11/he_il/e01chebr.lco");
     EXPECT_NE(packed.find("\nOVERLAY=hebrew-he\n"), packed.npos);
-    for (const char *overlay : {"hebrew-he", path.c_str()}) {
-        EXPECT_EQ(
-            velc_does({"locale", "he_IL", "-c", "UTF-8", "--overlay", overlay, "-o", out.c_str()}),
-            0);
+    for (const std::string &overlay : {std::string("hebrew-he"), path}) {
+        const std::vector<std::string> words = {"locale",    "he_IL", "-c", "UTF-8",
+                                                "--overlay", overlay, "-o", out};
+        EXPECT_EQ(run_velc(words).code, 0);
         EXPECT_TRUE(content_of(out) == packed) << overlay;
     }
 }

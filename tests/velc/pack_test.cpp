@@ -8,31 +8,17 @@
 #include <unistd.h>
 
 #include "support/scratch.h"
-#include "velc/commands.h"
 #include "velc/output_file.h"
 #include "velc/pack.h"
+#include "velc/runner.h"
 #include "velc/tool_error.h"
 
 namespace {
 
 using namespace velc;
+using vel_test::outcome;
+using vel_test::run_velc;
 using vel_test::scratch_directory;
-
-struct outcome {
-    int code;
-    std::string out, err;
-};
-
-// Runs the whole program in this process.
-outcome run_velc(const std::vector<std::string> &words) {
-    std::vector<const char *> argv = {"velc"};
-    for (const std::string &word : words) argv.push_back(word.c_str());
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    const int code = run(static_cast<int>(argv.size()), argv.data());
-    std::string out = testing::internal::GetCapturedStdout();
-    return {code, std::move(out), testing::internal::GetCapturedStderr()};
-}
 
 constexpr const char *small_locales = "default C UTF-8\n"
                                       "C UTF-8\n"

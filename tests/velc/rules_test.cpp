@@ -45,17 +45,6 @@ TEST(locale_names, become_specifications) {
         EXPECT_EQ(tools::locale_specification(kept), kept);
 }
 
-TEST(locale_names, lead_to_the_object_that_the_pack_makes) {
-    const auto file = [](const char *name, std::uint16_t number, const char *codeset) {
-        return tools::locale_object_file(tools::parse_locale_name(name).value(), number, codeset);
-    };
-    EXPECT_EQ(file("de_DE", 819, "ISO-8859-1"), "de_de/0333.lco");
-    EXPECT_EQ(file("de_DE@euro", 923, "ISO-8859-15"), "de_de/039beuro.lco");
-    EXPECT_EQ(file("uz_UZ@cyrillic", 57372, "UTF-8"), "uz_uz/e01ccyrl.lco");
-    EXPECT_EQ(file("ast_ES", 923, "ISO-8859-15"), "ast_es.iso-8859-15");
-    EXPECT_EQ(file("C", 57372, "UTF-8"), "c.utf-8");
-}
-
 TEST(time_formats, are_rewritten) {
     constexpr std::pair<const char32_t *, const char32_t *> cases[] = {
         {U"%a %d %b %Y %T", U"%a %d %b %Y %T"},

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <set>
-
 #include "velc/source/locale_source.h"
 #include "velc/source/source_library.h"
 
@@ -23,54 +20,6 @@ std::string error_of(std::string_view text) {
         return error.what();
     }
     return "no error";
-}
-
-TEST(Charmap, LookUpBothWays) {
-    const auto utf8 = library().charmap("UTF-8"), latin = library().charmap("ISO-8859-1");
-    EXPECT_TRUE(utf8->every_scalar_value());
-    // A range of the file runs on behind F0 AB A0 BF; the bytes must not.
-    EXPECT_EQ(utf8->encode(0x2B840), (byte_sequence{0xF0ABA180, 4}));
-    EXPECT_EQ(utf8->encode(0x0378), (byte_sequence{0xCDB8, 2})); // not listed
-    EXPECT_EQ(utf8->find(char32_t{0x0378}), nullptr);
-    EXPECT_FALSE(utf8->has(0xD800));
-    EXPECT_FALSE(utf8->decode({0xEDA080, 3}));
-    EXPECT_FALSE(utf8->decode({0xC080, 2}));
-    EXPECT_FALSE(latin->has(0x20AC));
-    EXPECT_EQ(latin->encode_text(U"Ä1"), "\xC4"
-                                         "1");
-    EXPECT_EQ(latin->encode_text(U"€"), std::nullopt);
-    EXPECT_EQ(library().charmap("IBM037")->encode('A'), (byte_sequence{0xC1, 1}));
-}
-
-TEST(Charmap, OneWayMappings) {
-    const auto big5 = library().charmap("BIG5");
-    EXPECT_EQ(big5->decode({0xA2CC, 2}), 0x5341);
-    EXPECT_EQ(big5->encode(0x5341), (byte_sequence{0xA451, 2}));
-    EXPECT_EQ(std::ranges::count(big5->by_bytes(), false, &charmap_entry::reversible), 10);
-    // Two reversible lines for one character: the first is written.
-    const auto armenian = library().charmap("ARMSCII-8");
-    for (std::uint32_t i : armenian->by_code()) EXPECT_TRUE(armenian->by_bytes()[i].reversible);
-    EXPECT_LT(armenian->by_code().size(), armenian->by_bytes().size());
-}
-
-TEST(Charmap, SetsWithCharactersInsideCharacters) {
-    std::set<std::string> pruned;
-    for (const std::string &name : library().charmap_names()) {
-        std::shared_ptr<const charmap> c;
-        try {
-            c = library().charmap(name);
-        } catch (const source_error &) {
-            continue;
-        }
-        const auto all = c->by_bytes();
-        for (std::size_t i = 1; i < all.size(); ++i)
-            ASSERT_FALSE(all[i].bytes.text().starts_with(all[i - 1].bytes.text())) << name;
-        for (const warning &w : c->warnings())
-            if (w.kind == warning_kind::prefix_dropped) pruned.insert(name);
-    }
-    EXPECT_EQ(pruned, (std::set<std::string>{"ANSI_X3.110-1983", "ISO-IR-90", "ISO_6937",
-                                             "ISO_6937-2-ADD", "T.101-G2", "T.61-8BIT",
-                                             "TCVN5712-1", "TSCII", "VIDEOTEX-SUPPL"}));
 }
 
 TEST(Charmap, SourcesWithSlips) {
