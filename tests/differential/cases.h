@@ -52,18 +52,6 @@ inline constexpr locale_case all_cases[] = {
     {"ko_KR", "EUC-KR"},      {"ko_KR", "CP949"},
 };
 
-// The first locale of each code set.
-inline std::vector<locale_case> one_for_each_code_set() {
-    std::vector<locale_case> firsts;
-    for (const locale_case &one : all_cases) {
-        const auto same = [&](const locale_case &other) {
-            return std::string(other.charmap) == one.charmap;
-        };
-        if (std::ranges::none_of(firsts, same)) firsts.push_back(one);
-    }
-    return firsts;
-}
-
 // "de_DE@euro" in "ISO-8859-15": "de_de.iso-8859-15@euro".
 inline std::string specification(const locale_case &of) {
     const std::string source = of.source;

@@ -1,6 +1,4 @@
 // Classes, columns and case of every character, against the host.
-#include <ctype.h>
-
 #include "differential/against_host.h"
 
 namespace differential {
@@ -130,46 +128,6 @@ TEST_P(classes, every_character_has_the_same_case) {
     found().settle({"upper", "lower"});
 }
 
-// The host has tables of bytes of its own, made from the charmap and not from its converters.
-class byte_tables : public classes {
-protected:
-    int32_t class_mask(int byte) const {
-        static constexpr int (*const tests[])(int, locale_t) = {
-            isupper_l, islower_l, isalpha_l, isdigit_l,  isspace_l, iscntrl_l,
-            ispunct_l, isgraph_l, isprint_l, isxdigit_l, isblank_l};
-        int32_t mask = 0;
-        for (size_t bit = 0; bit < std::size(tests); ++bit)
-            if (tests[bit](byte, host().handle())) mask |= 1 << bit;
-        return mask;
-    }
-
-    // A counterpart of several bytes has no room in a table of bytes.
-    void compare_byte_case(int byte, vel_wchar counterpart, int theirs) {
-        const int mine = counterpart > 0xFF ? byte : static_cast<int>(counterpart);
-        if (mine == theirs) return;
-        found().add("byte case", byte, [&] {
-            return "ours " + findings::hex(mine) + ", the host " + findings::hex(theirs);
-        });
-    }
-};
-
-TEST_P(byte_tables, every_byte_is_in_the_same_classes_and_has_the_same_case) {
-    for (int byte = 0; byte < 256; ++byte) {
-        const char text[] = {static_cast<char>(byte), 0};
-        if (read_ours(text, 1).kind != probe::character) continue;
-        found().compared();
-        const int32_t mine = vel_im_ismctype(ours(), text, 0x7FF), expected = class_mask(byte);
-        if (mine != expected)
-            found().add("byte class", byte, [&] {
-                return "ours " + names_of(mine) + ", the host " + names_of(expected);
-            });
-        compare_byte_case(byte, vel_im_towupper(ours(), byte), toupper_l(byte, host().handle()));
-        compare_byte_case(byte, vel_im_towlower(ours(), byte), tolower_l(byte, host().handle()));
-    }
-    found().settle({"byte class", "byte case"});
-}
-
-INSTANTIATE_TEST_SUITE_P(locales, byte_tables, testing::ValuesIn(all_cases), parameter_name);
 INSTANTIATE_TEST_SUITE_P(locales, classes, testing::ValuesIn(all_cases), parameter_name);
 
 } // namespace

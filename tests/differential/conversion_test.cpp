@@ -139,14 +139,14 @@ private:
 
 TEST(conversion, every_character_of_every_code_set) {
     const std::vector<vel_test::pack_conversion> pack = vel_test::pack_conversions();
-    std::vector<std::string_view> unknown;
+    std::string unknown;
     size_t compared = 0;
     for (const vel_test::pack_conversion &one : pack) {
         if (one.to != "UTF-8") continue;
         sides both(pack, one.from, "UTF-8");
         ASSERT_TRUE(both.ours_are_open()) << one.from << " and back";
         if (!both.host_knows()) {
-            unknown.push_back(one.from);
+            unknown += one.from + ' ';
             continue;
         }
         both.read_all();
@@ -154,11 +154,7 @@ TEST(conversion, every_character_of_every_code_set) {
         both.settle();
         ++compared;
     }
-    EXPECT_TRUE(std::ranges::equal(unknown, unknown_to_the_host)) << [&] {
-        std::string names = "unknown to the host:";
-        for (std::string_view name : unknown) names.append(" ").append(name);
-        return names;
-    }();
+    EXPECT_EQ(unknown, unknown_to_the_host);
     std::printf("%zu code sets compared\n", compared);
 }
 

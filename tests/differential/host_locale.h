@@ -98,8 +98,6 @@ public:
     host_locale(const host_locale &) = delete;
     host_locale &operator=(const host_locale &) = delete;
 
-    locale_t handle() const { return handle_; }
-
     probe read(const char *bytes, size_t n) const {
         mbstate_t state{};
         wchar_t code = 0;

@@ -1,4 +1,4 @@
-// Numbers that both write, what is read back, and what both say of a locale's conventions.
+// Numbers that both write, and what is read back.
 #include "differential/conventions.h"
 
 namespace differential {
@@ -60,40 +60,6 @@ TEST_F(numbers_against_host, written_and_read_back) {
     });
     written.settle(known_written);
     read.settle(known_read);
-}
-
-// Grouping itself is compared by the numbers.
-TEST_F(numbers_against_host, conventions) {
-    tally found;
-    for_each_locale([&](const both &locale) {
-        const vel_numeric_conventions &number = vel_localeconv(locale.ours())->numeric;
-        const vel_monetary_conventions &money = vel_localeconv(locale.ours())->monetary;
-        const lconv &host = *localeconv();
-        const auto text = [&](const vel_text &ours, const char *theirs) {
-            found.compare("texts", locale.name(), "", locale.from_ours(ours.bytes), theirs);
-        };
-        const auto value = [&](int32_t ours, char theirs) {
-            found.compare("numbers", locale.name(), "", std::to_string(ours),
-                          std::to_string(theirs));
-        };
-        text(number.decimal_point, host.decimal_point);
-        text(number.thousands_sep, host.thousands_sep);
-        text(money.int_curr_symbol, host.int_curr_symbol);
-        text(money.currency_symbol, host.currency_symbol);
-        text(money.mon_decimal_point, host.mon_decimal_point);
-        text(money.mon_thousands_sep, host.mon_thousands_sep);
-        text(money.positive_sign, host.positive_sign);
-        text(money.negative_sign, host.negative_sign);
-        value(money.int_frac_digits, host.int_frac_digits);
-        value(money.frac_digits, host.frac_digits);
-        value(money.p_cs_precedes, host.p_cs_precedes);
-        value(money.p_sep_by_space, host.p_sep_by_space);
-        value(money.n_cs_precedes, host.n_cs_precedes);
-        value(money.n_sep_by_space, host.n_sep_by_space);
-        value(money.p_sign_posn, host.p_sign_posn);
-        value(money.n_sign_posn, host.n_sign_posn);
-    });
-    found.settle({});
 }
 
 } // namespace

@@ -10,25 +10,22 @@
 #include "record/portable.h"
 #include "record/record.h"
 #include "support/make_locale.h"
+#include "support/pack.h"
 #include "vels.h"
 
 using wide_text = std::vector<vel_wchar>; // with its terminator
 
 class formatting : public testing::Test {
 protected:
-    ~formatting() override {
-        for (auto &[name, locale] : loaded_) vel_lc_unload(locale);
-    }
-
     // A locale of the pack by its name; the null locale without one.
     vel_locale *load(const std::string &name) {
-        vel_locale *&locale = loaded_[name];
-        if (locale) return locale;
-        setenv("CORVANEDIR", VELS_TEST_DATA_ROOT, 1);
-        int32_t result = name.empty() ? vel_create_null_locale_4(&locale)
-                                      : vel_lc_load(&locale, name.c_str(), -1, nullptr);
-        EXPECT_EQ(result, 0) << name;
-        return locale;
+        vel_test::loaded_locale &locale = loaded_[name];
+        if (locale) return locale.get();
+        vel_locale *made = nullptr;
+        if (name.empty() && vel_create_null_locale_4(&made) == 0) locale.reset(made);
+        if (!name.empty()) locale = vel_test::load_from_pack(name);
+        EXPECT_TRUE(locale) << name;
+        return locale.get();
     }
 
     static int32_t error_of(const vel_locale *locale) { return locale->error; }
@@ -127,5 +124,5 @@ private:
         return wide_error ? "error " + std::to_string(wide_error) : read_back(locale, result);
     }
 
-    std::map<std::string, vel_locale *> loaded_;
+    std::map<std::string, vel_test::loaded_locale> loaded_;
 };

