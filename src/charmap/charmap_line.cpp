@@ -1,5 +1,6 @@
 #include "charmap/charmap_line.h"
 
+#include "objfile/hex.h"
 #include "objfile/text_reader.h"
 
 namespace vel {
@@ -9,10 +10,9 @@ void skip_space(const char *&cursor) {
     while (is_space(*cursor)) ++cursor;
 }
 
-int32_t hex_digit(char c) {
-    if (is_digit(c)) return c - '0';
-    char letter = static_cast<char>(c | 0x20);
-    return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
+// Or not_hex.
+uint32_t hex_digit(char c) {
+    return hex.value[static_cast<unsigned char>(c)];
 }
 
 bool scan_number_within(const char *&cursor, int32_t least, int32_t most, uint32_t &number) {
@@ -34,11 +34,11 @@ bool scan_name(const char *&cursor, charmap_line &line) {
 // One or two digits. A single one that the file ends behind is half of a byte.
 bool scan_byte(const char *&cursor, uint32_t &byte) {
     skip_space(cursor);
-    int32_t high = hex_digit(*cursor);
-    if (high < 0) return false;
-    int32_t low = hex_digit(*++cursor);
-    byte = static_cast<uint32_t>(low < 0 ? high : high << 4 | low);
-    if (low < 0) return *cursor != '\0';
+    uint32_t high = hex_digit(*cursor);
+    if (high == not_hex) return false;
+    uint32_t low = hex_digit(*++cursor);
+    byte = low == not_hex ? high : high << 4 | low;
+    if (low == not_hex) return *cursor != '\0';
     ++cursor;
     return true;
 }

@@ -58,17 +58,6 @@ size_t length_of(const char *name, int32_t given) {
     return end ? static_cast<size_t>(static_cast<const char *>(end) - name) : limit;
 }
 
-void *open_in(vel_charmap *charmap, const char *directory, const char *file) {
-    size_t length = strlen(directory);
-    size_t file_size = strlen(file) + 1;
-    stack_or_heap<char, 512> path(length + 1 + file_size);
-    if (!path) return fail_null(charmap, VEL_ENOMEM);
-    memcpy(path.data(), directory, length);
-    path[length] = '\\';
-    memcpy(path.data() + length + 1, file, file_size);
-    return vel_open_logged(charmap, path.data());
-}
-
 // The number of a code set gives the name of its file; what has no number is the name itself.
 void *open_object(vel_charmap *charmap, const char *name, size_t length, const char *directory) {
     stack_or_heap<char, 512> copy(length + 1);
@@ -82,7 +71,7 @@ void *open_object(vel_charmap *charmap, const char *name, size_t length, const c
         snprintf(numbered, sizeof numbered, "%04x.cmo", static_cast<unsigned>(number));
         file = numbered;
     }
-    if (directory) return open_in(charmap, directory, file);
+    if (directory) return vel_open_in(charmap, directory, file);
     return vel_find_data_file(charmap, file, "cm", VEL_CM_VERSION);
 }
 

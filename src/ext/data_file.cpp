@@ -85,19 +85,25 @@ private:
     char *end_ = nullptr;
 };
 
+void *out_of_memory(void *context) {
+    report(context, VEL_ENOMEM);
+    return nullptr;
+}
+
+void *open_reported(void *context, logged_path &path) {
+    void *stream = path.open(_vel_ext_fopen);
+    if (!stream) report(context, VEL_ENOFILE);
+    return stream;
+}
+
 struct search {
     void *context;
     const char *file;
     opener open_path;
 
-    void *out_of_memory() const {
-        report(context, VEL_ENOMEM);
-        return nullptr;
-    }
-
     void *not_found() const {
         logged_path path(strlen(file));
-        if (!path) return out_of_memory();
+        if (!path) return out_of_memory(context);
         path.add_verbatim(file).log_not_opened();
         report(context, VEL_ENOFILE);
         return nullptr;
@@ -105,7 +111,7 @@ struct search {
 
     void *as_it_stands() const {
         logged_path path(strlen(file));
-        if (!path) return out_of_memory();
+        if (!path) return out_of_memory(context);
         void *stream = path.add(file).open(open_path);
         return stream ? stream : not_found();
     }
@@ -115,7 +121,7 @@ struct search {
             size_t length = strcspn(list, ";");
             if (length > 0) {
                 logged_path path(length + 1 + strlen(file));
-                if (!path) return out_of_memory();
+                if (!path) return out_of_memory(context);
                 if (void *stream = path.add(list, length).add("\\").add(file).open(open_path)) {
                     return stream;
                 }
@@ -131,7 +137,7 @@ struct search {
                          strlen(version) + strlen(file) + sizeof "\\vels\\\\";
         for (const char *directory_version : {version, ""}) {
             logged_path path(longest);
-            if (!path) return out_of_memory();
+            if (!path) return out_of_memory(context);
             root ? path.add(root).add("\\") : path.add(platform::default_root);
             path.add("vels\\").add(kind).add(directory_version).add("\\").add(file);
             if (void *stream = path.open(open_path)) return stream;
@@ -166,13 +172,13 @@ void *vel_find_data_file_direct(void *context, const char *file, const char *kin
 
 void *vel_open_logged(void *context, const char *path) {
     logged_path copy(strlen(path));
-    if (!copy) {
-        report(context, VEL_ENOMEM);
-        return nullptr;
-    }
-    void *stream = copy.add(path).open(_vel_ext_fopen);
-    if (!stream) report(context, VEL_ENOFILE);
-    return stream;
+    return copy ? open_reported(context, copy.add(path)) : out_of_memory(context);
+}
+
+void *vel_open_in(void *context, const char *directory, const char *file) {
+    logged_path path(strlen(directory) + 1 + strlen(file));
+    return path ? open_reported(context, path.add(directory).add("\\").add(file))
+                : out_of_memory(context);
 }
 
 } // namespace vel

@@ -23,4 +23,7 @@ void *vel_find_data_file_direct(void *context, const char *file, const char *kin
 // Opens one path with the fopen hook and records the attempt. Null with VEL_ENOFILE or VEL_ENOMEM.
 void *vel_open_logged(void *context, const char *path);
 
+// The same for a file of a directory.
+void *vel_open_in(void *context, const char *directory, const char *file);
+
 } // namespace vel

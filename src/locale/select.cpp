@@ -61,20 +61,9 @@ private:
     char buffer_[max_named_file + 1];
 };
 
-void *open_in(vel_locale *locale, const char *directory, const char *name) {
-    size_t directory_length = strlen(directory);
-    size_t name_size = strlen(name) + 1;
-    stack_or_heap<char, 512> path(directory_length + 1 + name_size);
-    if (!path) return fail_null(locale, VEL_ENOMEM);
-    memcpy(path.data(), directory, directory_length);
-    path[directory_length] = '\\';
-    memcpy(path.data() + directory_length + 1, name, name_size);
-    return vel_open_logged(locale, path.data());
-}
-
 // "native" is a file of its own in a directory, and the default one elsewhere.
 void *open_chosen(vel_locale *locale, const chosen_name &name, const char *directory) {
-    if (directory) return open_in(locale, directory, name.text());
+    if (directory) return vel_open_in(locale, directory, name.text());
     const char *file = name.is_native() ? default_file : name.text();
     return vel_find_data_file(locale, file, "lc", VEL_LC_VERSION);
 }
